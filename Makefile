@@ -1,0 +1,55 @@
+# The commands of the project; CMake does the work. `make` alone tells them.
+PRESET ?= linux
+PREFIX ?= /usr/local
+DESTDIR ?=
+FUZZ_SECONDS ?= 60
+BUILD := build/$(PRESET)
+
+.PHONY: help setup build demo test test-sanitize test-windows bench fuzz install check clean
+
+help:
+	@echo 'make demo           build, and run the demo host over its patient files'
+	@echo 'make test           build, and run the whole suite'
+	@echo 'make test-sanitize  the suite under the address, undefined behaviour and thread sanitizers'
+	@echo 'make bench          measure beside the peers; results in build/bench/results.json'
+	@echo 'make fuzz           every fuzz target for FUZZ_SECONDS (60) each'
+	@echo 'make check          formatting and static analysis'
+	@echo 'make install        into PREFIX (/usr/local), below DESTDIR'
+
+setup:
+	@scripts/setup build
+
+build: setup
+	@scripts/build $(PRESET)
+
+demo: build
+	@scripts/demo $(BUILD)
+
+test: build
+	@scripts/run-tests $(BUILD)
+
+test-sanitize: setup
+	@scripts/test-sanitize
+
+test-windows:
+	@echo 'the Windows build is not there yet' >&2; exit 1
+
+bench:
+	@scripts/setup build bench
+	@scripts/build bench
+	@scripts/bench
+
+fuzz:
+	@scripts/setup build fuzz
+	@scripts/build fuzz
+	@scripts/fuzz $(FUZZ_SECONDS)
+
+check:
+	@scripts/setup build check
+	@scripts/check
+
+install: build
+	@DESTDIR='$(DESTDIR)' cmake --install $(BUILD) --prefix '$(PREFIX)'
+
+clean:
+	rm -rf build

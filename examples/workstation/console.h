@@ -1,0 +1,18 @@
+#pragma once
+
+// What the demo prints. Texts go out as UTF-8.
+
+#include "import.h"
+
+CString FromConsole(const char* argument);
+
+// One line on the error output.
+void PrintError(const CString& text);
+
+// A line for each file: its patients, how many needed a correction, how many records were damaged.
+void PrintFiles(const SImport& import);
+
+// The patients with a remark, or all of them.
+void PrintPatients(const SImport& import, bool all);
+
+void PrintSummary(const SImport& import, int different, const CString& archivePath, const CString& recordsPath);

@@ -1,0 +1,179 @@
+#include "afx_exception.h"
+
+#include <algorithm>
+#include <iterator>
+
+IMPLEMENT_DYNAMIC(CException, CObject)
+IMPLEMENT_DYNAMIC(CSimpleException, CException)
+IMPLEMENT_DYNAMIC(CMemoryException, CSimpleException)
+IMPLEMENT_DYNAMIC(CResourceException, CSimpleException)
+IMPLEMENT_DYNAMIC(CInvalidArgException, CSimpleException)
+IMPLEMENT_DYNAMIC(CNotSupportedException, CSimpleException)
+IMPLEMENT_DYNAMIC(CFileException, CException)
+IMPLEMENT_DYNAMIC(CArchiveException, CException)
+
+namespace {
+
+struct CauseOfError {
+    DWORD error;
+    int cause;
+};
+
+constexpr CauseOfError kCauses[] = {
+    {NO_ERROR, CFileException::none},
+    {ERROR_FILE_NOT_FOUND, CFileException::fileNotFound},
+    {ERROR_PATH_NOT_FOUND, CFileException::badPath},
+    {ERROR_INVALID_DRIVE, CFileException::badPath},
+    {ERROR_INVALID_NAME, CFileException::badPath},
+    {ERROR_BAD_PATHNAME, CFileException::badPath},
+    {ERROR_BAD_NETPATH, CFileException::badPath},
+    {ERROR_BAD_NET_NAME, CFileException::badPath},
+    {ERROR_FILENAME_EXCED_RANGE, CFileException::badPath},
+    {ERROR_DIRECTORY, CFileException::badPath},
+    {ERROR_TOO_MANY_OPEN_FILES, CFileException::tooManyOpenFiles},
+    {ERROR_ACCESS_DENIED, CFileException::accessDenied},
+    {ERROR_FILE_EXISTS, CFileException::accessDenied},
+    {ERROR_ALREADY_EXISTS, CFileException::accessDenied},
+    {ERROR_DIR_NOT_EMPTY, CFileException::accessDenied},
+    {ERROR_WRITE_PROTECT, CFileException::accessDenied},
+    {ERROR_NOT_SAME_DEVICE, CFileException::accessDenied},
+    {ERROR_INVALID_HANDLE, CFileException::invalidFile},
+    {ERROR_CURRENT_DIRECTORY, CFileException::removeCurrentDir},
+    {ERROR_SEEK, CFileException::badSeek},
+    {ERROR_NEGATIVE_SEEK, CFileException::badSeek},
+    {ERROR_NOT_READY, CFileException::hardIO},
+    {ERROR_WRITE_FAULT, CFileException::hardIO},
+    {ERROR_READ_FAULT, CFileException::hardIO},
+    {ERROR_GEN_FAILURE, CFileException::hardIO},
+    {ERROR_IO_DEVICE, CFileException::hardIO},
+    {ERROR_SHARING_VIOLATION, CFileException::sharingViolation},
+    {ERROR_LOCK_VIOLATION, CFileException::lockViolation},
+    {ERROR_DISK_FULL, CFileException::diskFull},
+    {ERROR_HANDLE_DISK_FULL, CFileException::diskFull},
+    {ERROR_HANDLE_EOF, CFileException::endOfFile},
+};
+
+constexpr LPCTSTR kFileMessages[] = {
+    _T("No error occurred."),
+    _T("An unknown error occurred while accessing %s."),
+    _T("%s was not found."),
+    _T("%s contains an invalid path."),
+    _T("%s could not be opened because there are too many open files."),
+    _T("Access to %s was denied."),
+    _T("An invalid file handle was associated with %s."),
+    _T("%s could not be removed because it is the current directory."),
+    _T("%s could not be created because the directory is full."),
+    _T("Seek failed on %s."),
+    _T("A hardware I/O error was reported while accessing %s."),
+    _T("A sharing violation occurred while accessing %s."),
+    _T("A locking violation occurred while accessing %s."),
+    _T("Disk full while accessing %s."),
+    _T("An attempt was made to access %s past its end."),
+};
+
+constexpr LPCTSTR kArchiveMessages[] = {
+    _T("No error occurred."),
+    _T("An unknown error occurred while accessing %s."),
+    _T("An attempt was made to write to the reading %s."),
+    _T("An attempt was made to access %s past its end."),
+    _T("An attempt was made to read from the writing %s."),
+    _T("%s has a bad format."),
+    _T("%s contained an unexpected object."),
+    _T("%s contains an incorrect schema."),
+    _T("The buffer of %s is full."),
+};
+
+BOOL CopyMessage(const CString& message, LPTSTR text, UINT capacity) {
+    if (text == nullptr || capacity == 0) {
+        return FALSE;
+    }
+    const std::size_t length = std::min<std::size_t>(static_cast<std::size_t>(message.GetLength()), capacity - 1);
+    message.View().copy(text, length);
+    text[length] = 0;
+    return TRUE;
+}
+
+template <std::size_t N>
+BOOL CopyCause(const LPCTSTR (&messages)[N], int cause, const CString& name, LPTSTR text, UINT capacity) {
+    const bool known = cause >= 0 && cause < static_cast<int>(N);
+    CString message;
+    message.Format(messages[known ? cause : 1], name.IsEmpty() ? _T("an unnamed file") : name.GetString());
+    return CopyMessage(message, text, capacity);
+}
+
+// The shared exceptions are made when they are first thrown and never destroyed: one may be on its way while the process ends.
+template <class Exception>
+[[noreturn]] void ThrowShared() {
+    alignas(Exception) static unsigned char room[sizeof(Exception)];
+    static Exception* const shared = new (room) Exception;
+    throw shared;
+}
+
+}  // namespace
+
+void CException::Delete() {
+    if (m_bAutoDelete) {
+        delete this;
+    }
+}
+
+BOOL CException::GetErrorMessage(LPTSTR text, UINT capacity, UINT* helpContext) const {
+    if (helpContext != nullptr) {
+        *helpContext = 0;
+    }
+    CopyMessage(CString(), text, capacity);
+    return FALSE;
+}
+
+BOOL CSimpleException::GetErrorMessage(LPTSTR text, UINT capacity, UINT* helpContext) const {
+    CException::GetErrorMessage(text, capacity, helpContext);
+    return CopyMessage(m_message, text, capacity);
+}
+
+int CFileException::OsErrorToException(LONG osError) {
+    const auto row = std::find_if(std::begin(kCauses), std::end(kCauses),
+                                  [osError](const CauseOfError& r) { return r.error == static_cast<DWORD>(osError); });
+    return row == std::end(kCauses) ? genericException : row->cause;
+}
+
+void CFileException::ThrowOsError(LONG osError, LPCTSTR fileName) {
+    AfxThrowFileException(OsErrorToException(osError), osError, fileName);
+}
+
+BOOL CFileException::GetErrorMessage(LPTSTR text, UINT capacity, UINT* helpContext) const {
+    CException::GetErrorMessage(text, capacity, helpContext);
+    return CopyCause(kFileMessages, m_cause, m_strFileName, text, capacity);
+}
+
+BOOL CArchiveException::GetErrorMessage(LPTSTR text, UINT capacity, UINT* helpContext) const {
+    CException::GetErrorMessage(text, capacity, helpContext);
+    return CopyCause(kArchiveMessages, m_cause, m_strFileName, text, capacity);
+}
+
+void AtlThrow(HRESULT result) {
+    throw CAtlException{result};
+}
+
+void AfxThrowMemoryException() {
+    ThrowShared<CMemoryException>();
+}
+
+void AfxThrowResourceException() {
+    ThrowShared<CResourceException>();
+}
+
+void AfxThrowInvalidArgException() {
+    ThrowShared<CInvalidArgException>();
+}
+
+void AfxThrowNotSupportedException() {
+    ThrowShared<CNotSupportedException>();
+}
+
+void AfxThrowFileException(int cause, LONG osError, LPCTSTR fileName) {
+    throw new CFileException(cause, osError, fileName);
+}
+
+void AfxThrowArchiveException(int cause, LPCTSTR archiveName) {
+    throw new CArchiveException(cause, archiveName);
+}

@@ -1,0 +1,125 @@
+#pragma once
+
+// Exceptions of the foundation classes. They are thrown by pointer and belong to whoever catches them:
+//     catch (CFileException* e) { ... e->Delete(); }
+
+#include "afx_object.h"
+#include "afx_string.h"
+
+class KADATA_API CException : public CObject {
+    DECLARE_DYNAMIC(CException)
+
+public:
+    explicit CException(BOOL autoDelete = TRUE) : m_bAutoDelete(autoDelete) {}
+
+    // Ends the exception: frees it when it came from new, and does nothing to one that is shared or on the stack.
+    void Delete();
+
+    // Writes the message, cut to `capacity` units with its terminator. FALSE, and an empty text, when there is none.
+    virtual BOOL GetErrorMessage(LPTSTR text, UINT capacity, UINT* helpContext = nullptr) const;
+
+protected:
+    BOOL m_bAutoDelete;
+};
+
+// Exceptions of which the process keeps one, so that throwing them needs no memory.
+class KADATA_API CSimpleException : public CException {
+    DECLARE_DYNAMIC(CSimpleException)
+
+public:
+    explicit CSimpleException(LPCTSTR message) : CException(FALSE), m_message(message) {}
+    BOOL GetErrorMessage(LPTSTR text, UINT capacity, UINT* helpContext = nullptr) const override;
+
+private:
+    LPCTSTR m_message;
+};
+
+class KADATA_API CMemoryException final : public CSimpleException {
+    DECLARE_DYNAMIC(CMemoryException)
+
+public:
+    CMemoryException() : CSimpleException(_T("Out of memory.")) {}
+};
+
+class KADATA_API CResourceException final : public CSimpleException {
+    DECLARE_DYNAMIC(CResourceException)
+
+public:
+    CResourceException() : CSimpleException(_T("A required resource was unavailable.")) {}
+};
+
+class KADATA_API CInvalidArgException final : public CSimpleException {
+    DECLARE_DYNAMIC(CInvalidArgException)
+
+public:
+    CInvalidArgException() : CSimpleException(_T("An invalid argument was encountered.")) {}
+};
+
+class KADATA_API CNotSupportedException final : public CSimpleException {
+    DECLARE_DYNAMIC(CNotSupportedException)
+
+public:
+    CNotSupportedException() : CSimpleException(_T("An attempt was made to do something that is not supported.")) {}
+};
+
+class KADATA_API CFileException final : public CException {
+    DECLARE_DYNAMIC(CFileException)
+
+public:
+    enum {
+        none,
+        genericException,
+        fileNotFound,
+        badPath,
+        tooManyOpenFiles,
+        accessDenied,
+        invalidFile,
+        removeCurrentDir,
+        directoryFull,
+        badSeek,
+        hardIO,
+        sharingViolation,
+        lockViolation,
+        diskFull,
+        endOfFile
+    };
+
+    explicit CFileException(int cause = none, LONG osError = -1, LPCTSTR fileName = nullptr)
+        : m_cause(cause), m_lOsError(osError), m_strFileName(fileName) {}
+
+    // The cause that stands for an error number of the system.
+    static int OsErrorToException(LONG osError);
+    [[noreturn]] static void ThrowOsError(LONG osError, LPCTSTR fileName = nullptr);
+
+    BOOL GetErrorMessage(LPTSTR text, UINT capacity, UINT* helpContext = nullptr) const override;
+
+    int m_cause;
+    LONG m_lOsError;  // -1 when the system had none
+    CString m_strFileName;
+};
+
+class KADATA_API CArchiveException final : public CException {
+    DECLARE_DYNAMIC(CArchiveException)
+
+public:
+    enum { none, genericException, readOnly, endOfFile, writeOnly, badIndex, badClass, badSchema, bufferFull };
+
+    explicit CArchiveException(int cause = none, LPCTSTR archiveName = nullptr) : m_cause(cause), m_strFileName(archiveName) {}
+
+    BOOL GetErrorMessage(LPTSTR text, UINT capacity, UINT* helpContext = nullptr) const override;
+
+    int m_cause;
+    CString m_strFileName;
+};
+
+// A failure of the system that no other exception fits, thrown by value.
+struct KADATA_API CAtlException {
+    HRESULT m_hr;
+};
+
+[[noreturn]] KADATA_API void AtlThrow(HRESULT result);
+[[noreturn]] KADATA_API void AfxThrowMemoryException();
+[[noreturn]] KADATA_API void AfxThrowResourceException();
+[[noreturn]] KADATA_API void AfxThrowNotSupportedException();
+[[noreturn]] KADATA_API void AfxThrowFileException(int cause, LONG osError = -1, LPCTSTR fileName = nullptr);
+[[noreturn]] KADATA_API void AfxThrowArchiveException(int cause, LPCTSTR archiveName = nullptr);

@@ -1,0 +1,16 @@
+#pragma once
+
+// The collections that are no templates in the classic interface.
+
+#include "afxtempl.h"
+
+class KADATA_API CStringArray final : public CArray<CString, const CString&> {
+public:
+    CStringArray() = default;
+};
+
+// Pointers to objects that stay their owner's.
+class KADATA_API CObList final : public CList<CObject*, CObject*> {
+public:
+    explicit CObList(INT_PTR blockSize = 10) : CList(blockSize) {}
+};

@@ -1,0 +1,30 @@
+#pragma once
+
+// The part of the system interface that the library and its hosts use, for Linux. This header only gathers the rooms; each
+// of them says what it offers. What is not declared does not exist here: a call to it does not compile.
+
+#include "base/error.h"
+#include "base/handle.h"
+#include "base/types.h"
+#include "files/attributes.h"
+#include "files/directories.h"
+#include "files/file_by_handle.h"
+#include "files/file_io.h"
+#include "files/find.h"
+#include "files/volumes.h"
+#include "modules/modules.h"
+#include "process/environment.h"
+#include "process/process.h"
+#include "registry/registry.h"
+#include "resources/resources.h"
+#include "sync/critical_section.h"
+#include "sync/mapping.h"
+#include "sync/waits.h"
+#include "tchar.h"
+#include "text/code_pages.h"
+#include "text/compare.h"
+#include "text/crt_text.h"
+#include "text/locale.h"
+#include "text/messages.h"
+#include "time/crt_time.h"
+#include "time/times.h"

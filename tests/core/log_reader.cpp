@@ -1,0 +1,79 @@
+#include "log_reader.h"
+
+#include <gtest/gtest.h>
+#include <kadata/directory.h>
+
+#include <algorithm>
+#include <cstdio>
+
+namespace test {
+namespace {
+
+std::vector<std::string> Lines(const std::string& utf16) {
+    EXPECT_EQ(utf16.size() % 2, 0U) << "half a character at the end";
+    std::vector<std::string> lines(1);
+    for (std::size_t i = 2; i + 1 < utf16.size(); i += 2) {
+        const unsigned unit = static_cast<unsigned char>(utf16[i]) | static_cast<unsigned>(static_cast<unsigned char>(utf16[i + 1])) << 8;
+        const char c = unit < 0x80 ? static_cast<char>(unit) : '?';
+        if (c == '\n' && lines.back().ends_with('\r')) {
+            lines.back().pop_back();
+            lines.emplace_back();
+        } else {
+            lines.back() += c;
+        }
+    }
+    EXPECT_TRUE(lines.back().empty()) << "the last line has no end: " << lines.back();
+    lines.pop_back();
+    return lines;
+}
+
+void Collect(const std::vector<std::string>& lines, LogFolder& folder) {
+    std::string open;
+    for (const std::string& line : lines) {
+        const std::size_t start = line.find('<');
+        if (start != line.npos) {
+            if (!open.empty()) {
+                folder.broken.push_back(open);
+            }
+            open = line.substr(start);
+        } else if (!open.empty() && !line.empty()) {
+            open += "|" + line.substr(line.find_first_not_of(' '));
+        }
+        if (open.ends_with('>')) {
+            folder.messages.push_back(open);
+            open.clear();
+        }
+    }
+    if (!open.empty()) {
+        folder.broken.push_back(open);
+    }
+}
+
+}  // namespace
+
+LogFolder ReadLogFolder(const Text& path) {
+    LogFolder folder;
+    CStringArray names;
+    CDirectory::ListFiles(path.c_str(), names, _T("TARVO*.log"), 0xFFFFFFFF);
+    std::vector<Text> sorted;
+    for (INT_PTR i = 0; i < names.GetSize(); ++i) {
+        sorted.emplace_back(names[i].GetString());
+    }
+    std::sort(sorted.begin(), sorted.end());
+    for (const Text& name : sorted) {
+        const std::string bytes = ReadBytes(path + _T("\\") + name);
+        folder.files.emplace_back(_wtoi(name.substr(5, 3).c_str()), bytes.size());
+        std::vector<std::string> lines = Lines(bytes);
+        EXPECT_GE(lines.size(), 4U) << Narrow(name) << " has no file header";
+        Collect({lines.begin() + 4, lines.end()}, folder);
+    }
+    return folder;
+}
+
+void RemoveBehindOurBack(const Text& path) {
+    std::string native = Narrow(path.substr(2));
+    std::replace(native.begin(), native.end(), '\\', '/');
+    EXPECT_EQ(std::remove(native.c_str()), 0);
+}
+
+}  // namespace test

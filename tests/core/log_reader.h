@@ -1,0 +1,25 @@
+#pragma once
+
+// Reads log files as a technician would: lines with their headers, messages put together again.
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include "support/temp_folder.h"
+
+namespace test {
+
+struct LogFolder {
+    std::vector<std::pair<int, std::size_t>> files;  // number and size in bytes, by number
+    std::vector<std::string> messages;               // joined lines without headers, in file order
+    std::vector<std::string> broken;                 // lines that belong to no message
+};
+
+// Every message is expected to begin with "<tag" and to end with ">", on one line or several.
+LogFolder ReadLogFolder(const Text& folder);
+
+// Takes the name away without asking the share modes, as a program that does not know them would.
+void RemoveBehindOurBack(const Text& path);
+
+}  // namespace test

@@ -1,0 +1,140 @@
+// Links and rights, native paths in the environment, and the user's folders.
+
+#include <gtest/gtest.h>
+#include <shlobj.h>
+#include <stdlib.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <windows.h>
+
+#include <algorithm>
+#include <optional>
+#include <string>
+
+#include "support/temp_folder.h"
+#include "support/unprivileged.h"
+
+namespace {
+
+using test::Narrow;
+using test::TempFolder;
+using test::Text;
+
+std::string Native(const Text& path) {
+    std::string native = Narrow(path).substr(2);
+    std::replace(native.begin(), native.end(), '\\', '/');
+    return native;
+}
+
+class InEnvironment {
+public:
+    InEnvironment(const char* name, const char* value) : name_(name) {
+        if (const char* const before = getenv(name)) {
+            before_ = before;
+        }
+        Put(value);
+    }
+    ~InEnvironment() { Put(before_ ? before_->c_str() : nullptr); }
+
+private:
+    void Put(const char* value) const { value == nullptr ? unsetenv(name_) : setenv(name_, value, 1); }
+
+    const char* name_;
+    std::optional<std::string> before_;
+};
+
+DWORD RemovalError(const Text& path) {
+    SetLastError(ERROR_SUCCESS);
+    return RemoveDirectoryW(path.c_str()) ? ERROR_SUCCESS : GetLastError();
+}
+
+TEST(DirectoriesLinux, RemoveALinkAndNeverWhatItLeadsTo) {
+    const TempFolder folder;
+    folder.MakeFolder(_T("target"));
+    folder.Write(_T("target\\kept"), "x");
+    folder.Write(_T("file"), "x");
+    for (const char* const target : {"target", "file", "nowhere"}) {
+        ASSERT_EQ(symlink(target, (Native(folder.Path()) + "/to " + target).c_str()), 0);
+    }
+    EXPECT_EQ(RemovalError(folder.Path(_T("to target"))), ERROR_SUCCESS);
+    EXPECT_FALSE(folder.Has(_T("to target")));
+    EXPECT_EQ(folder.Read(_T("target\\kept")), "x");
+    EXPECT_EQ(RemovalError(folder.Path(_T("to file"))), ERROR_DIRECTORY);
+    EXPECT_EQ(RemovalError(folder.Path(_T("to nowhere"))), ERROR_DIRECTORY);
+}
+
+TEST(DirectoriesLinux, FailWhereRightsAreMissing) {
+    const TempFolder folder;
+    folder.MakeFolder(_T("closed\\sub"));
+    ASSERT_EQ(chmod(Native(folder.Path(_T("closed\\sub"))).c_str(), 0555), 0);
+    EXPECT_EQ(RemovalError(folder.Path(_T("closed\\sub"))), ERROR_ACCESS_DENIED);  // read-only, for root too
+    ASSERT_EQ(chmod(Native(folder.Path(_T("closed\\sub"))).c_str(), 0777), 0);
+    ASSERT_EQ(chmod(Native(folder.Path(_T("closed"))).c_str(), 0555), 0);
+    {
+        const test::UnprivilegedScope rights;
+        EXPECT_FALSE(CreateDirectoryW(folder.Path(_T("closed\\new")).c_str(), nullptr));
+        EXPECT_EQ(GetLastError(), ERROR_ACCESS_DENIED);
+        EXPECT_EQ(RemovalError(folder.Path(_T("closed\\sub"))), ERROR_ACCESS_DENIED);
+        TCHAR name[MAX_PATH];
+        EXPECT_EQ(GetTempFileNameW(folder.Path(_T("closed")).c_str(), _T("k"), 0, name), 0u);
+        EXPECT_EQ(GetLastError(), ERROR_ACCESS_DENIED);
+    }
+    ASSERT_EQ(chmod(Native(folder.Path(_T("closed"))).c_str(), 0777), 0);
+}
+
+TEST(DirectoriesLinux, TempPathTakesNativePathsAndEndsAtTmp) {
+    const InEnvironment tmp("TMP", nullptr), temp("TEMP", nullptr), profile("USERPROFILE", nullptr);
+    TCHAR path[MAX_PATH];
+    const InEnvironment native("TMPDIR", "/var/tmp");
+    EXPECT_NE(GetTempPathW(MAX_PATH, path), 0u);
+    EXPECT_EQ(Narrow(path), "C:\\var\\tmp\\");
+    const InEnvironment none("TMPDIR", nullptr);
+    EXPECT_NE(GetTempPathW(MAX_PATH, path), 0u);
+    EXPECT_EQ(Narrow(path), "C:\\tmp\\");
+}
+
+TEST(DirectoriesLinux, TempFilesAreTheUsersAlone) {
+    const TempFolder folder;
+    TCHAR name[MAX_PATH];
+    ASSERT_NE(GetTempFileNameW(folder.Path().c_str(), _T("k"), 0, name), 0u);
+    struct stat status;
+    ASSERT_EQ(stat(Native(name).c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 0777, 0600u);
+}
+
+TEST(SpecialFolders, AreThoseOfTheDesktopsSettings) {
+    const TempFolder folder;
+    const std::string home = Native(folder.Path());
+    const InEnvironment set_home("HOME", home.c_str()), config("XDG_CONFIG_HOME", nullptr);
+    const InEnvironment data("XDG_DATA_HOME", (home + "/data").c_str());
+    folder.MakeFolder(_T(".config"));
+    folder.MakeFolder(_T("data"));
+    folder.MakeFolder(_T("Meine Dokumente"));
+    folder.Write(_T(".config\\user-dirs.dirs"),
+                 "# XDG_DOCUMENTS_DIR=\"/wrong\"\nXDG_DOCUMENTS_DIR=\"$HOME/Meine Dokumente/\"\nXDG_PICTURES_DIR=\"relative\"\n"
+                 "XDG_MUSIC_DIR=\"/no/such \\\"place\\\"\"\n");
+    const struct {
+        int folder;
+        HRESULT result;
+        Text path;
+    } rows[] = {
+        {CSIDL_PERSONAL, S_OK, folder.Path(_T("Meine Dokumente"))},
+        {CSIDL_MYPICTURES, S_OK, folder.Path()},
+        {CSIDL_MYMUSIC, S_FALSE, _T("C:\\no\\such \"place\"")},
+        {CSIDL_DESKTOPDIRECTORY, S_FALSE, folder.Path(_T("Desktop"))},
+        {CSIDL_DESKTOPDIRECTORY | CSIDL_FLAG_CREATE, S_OK, folder.Path(_T("Desktop"))},
+        {CSIDL_APPDATA, S_OK, folder.Path(_T(".config"))},
+        {CSIDL_LOCAL_APPDATA, S_OK, folder.Path(_T("data"))},
+        {CSIDL_PROFILE, S_OK, folder.Path()},
+        {0x24, E_INVALIDARG, _T("")},  // the system's own folder has no counterpart
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.folder);
+        TCHAR path[MAX_PATH] = {_T('?')};
+        EXPECT_EQ(SHGetFolderPathW(nullptr, row.folder, nullptr, SHGFP_TYPE_CURRENT, path), row.result);
+        EXPECT_EQ(Narrow(path), Narrow(row.path));
+        EXPECT_EQ(SHGetSpecialFolderPathW(nullptr, path, row.folder, FALSE), row.result == S_OK);
+    }
+}
+
+}  // namespace

@@ -1,0 +1,81 @@
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include <algorithm>
+#include <cstring>
+
+#include "support/handles.h"
+
+namespace {
+
+using test::Handle;
+using test::UniqueName;
+
+constexpr DWORD kSize = 0x20010;  // two allocation units and a rest
+
+Handle NewMapping(const TCHAR* name, DWORD protect = PAGE_READWRITE) {
+    return Handle(CreateFileMappingW(INVALID_HANDLE_VALUE, nullptr, protect, 0, kSize, name));
+}
+
+TEST(FileMapping, IsZeroWhenNewAndSharedByItsName) {
+    const auto name = UniqueName(_T("Mapping"));
+    for (const TCHAR* const shared_name : {static_cast<const TCHAR*>(nullptr), name.c_str()}) {
+        Handle mapping = NewMapping(shared_name);
+        EXPECT_EQ(GetLastError(), ERROR_SUCCESS);
+        auto* const view = static_cast<char*>(MapViewOfFile(mapping, FILE_MAP_ALL_ACCESS, 0, 0, 0));
+        ASSERT_NE(view, nullptr);
+        EXPECT_EQ(std::count(view, view + kSize, 0), kSize);
+        std::strcpy(view + 0x10000, "text");
+
+        const Handle again = shared_name != nullptr ? NewMapping(shared_name) : std::move(mapping);
+        EXPECT_EQ(GetLastError(), shared_name != nullptr ? ERROR_ALREADY_EXISTS : ERROR_SUCCESS);
+        auto* const part = static_cast<char*>(MapViewOfFile(again, FILE_MAP_READ, 0, 0x10000, 5));
+        ASSERT_NE(part, nullptr);
+        EXPECT_STREQ(part, "text");
+        EXPECT_TRUE(UnmapViewOfFile(part));
+        EXPECT_TRUE(UnmapViewOfFile(view));
+    }
+}
+
+TEST(FileMapping, KeepsTheMemoryOfAViewButNotTheName) {
+    const auto name = UniqueName(_T("View"));
+    Handle mapping = NewMapping(name.c_str());
+    auto* const view = static_cast<char*>(MapViewOfFile(mapping, FILE_MAP_WRITE, 0, 0, 0));
+    ASSERT_NE(view, nullptr);
+    mapping.Close();
+    view[kSize - 1] = 'x';
+    EXPECT_EQ(OpenFileMappingW(FILE_MAP_READ, FALSE, name.c_str()), nullptr);
+    EXPECT_EQ(GetLastError(), ERROR_FILE_NOT_FOUND);
+    EXPECT_EQ(view[kSize - 1], 'x');
+    EXPECT_TRUE(UnmapViewOfFile(view));
+}
+
+TEST(FileMapping, RefusesWhatItCannotGive) {
+    const struct {
+        DWORD protect, size, error;
+    } sizes[] = {{PAGE_READWRITE, 0, ERROR_INVALID_PARAMETER}, {0, 100, ERROR_INVALID_PARAMETER}};
+    for (const auto& row : sizes) {
+        EXPECT_EQ(CreateFileMappingW(INVALID_HANDLE_VALUE, nullptr, row.protect, 0, row.size, nullptr), nullptr);
+        EXPECT_EQ(GetLastError(), row.error);
+    }
+    const Handle writable = NewMapping(nullptr);
+    const Handle readable = NewMapping(nullptr, PAGE_READONLY);
+    const struct {
+        HANDLE mapping;
+        DWORD access, offset, length, error;
+    } views[] = {
+        {writable, FILE_MAP_READ, 0x1000, 1, ERROR_MAPPED_ALIGNMENT},
+        {writable, FILE_MAP_READ, 0x10000, kSize, ERROR_ACCESS_DENIED},
+        {readable, FILE_MAP_WRITE, 0, 0, ERROR_ACCESS_DENIED},
+        {nullptr, FILE_MAP_READ, 0, 0, ERROR_INVALID_HANDLE},
+    };
+    for (const auto& row : views) {
+        SCOPED_TRACE(row.error);
+        EXPECT_EQ(MapViewOfFile(row.mapping, row.access, 0, row.offset, row.length), nullptr);
+        EXPECT_EQ(GetLastError(), row.error);
+    }
+    EXPECT_FALSE(UnmapViewOfFile(&views));
+    EXPECT_EQ(GetLastError(), ERROR_INVALID_ADDRESS);
+}
+
+}  // namespace

@@ -1,0 +1,128 @@
+// Where the hives lie, and what is in their place when they cannot be used.
+
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+#include <windows.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <string>
+
+#include "support/temp_folder.h"
+#include "support/unprivileged.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using test::TempFolder;
+
+LSTATUS Create(HKEY hive, const TCHAR* path, HKEY& key) {
+    return RegCreateKeyExW(hive, path, 0, nullptr, 0, KEY_READ | KEY_WRITE, nullptr, &key, nullptr);
+}
+
+LSTATUS Write(HKEY hive, const std::string& bytes) {
+    HKEY key = nullptr;
+    LSTATUS status = Create(hive, _T("Software\\Maker"), key);
+    if (status == ERROR_SUCCESS) {
+        status = RegSetValueExW(key, _T("v"), 0, REG_BINARY, reinterpret_cast<const BYTE*>(bytes.data()),
+                                static_cast<DWORD>(bytes.size()));
+        RegCloseKey(key);
+    }
+    return status;
+}
+
+// The value's bytes, or "error N".
+std::string Read(HKEY hive) {
+    HKEY key = nullptr;
+    std::string bytes(100, '\0');
+    auto size = static_cast<DWORD>(bytes.size());
+    LSTATUS status = RegOpenKeyExW(hive, _T("software\\maker"), 0, KEY_READ, &key);
+    if (status == ERROR_SUCCESS) {
+        status = RegQueryValueExW(key, _T("v"), nullptr, nullptr, reinterpret_cast<BYTE*>(bytes.data()), &size);
+        RegCloseKey(key);
+    }
+    return status == ERROR_SUCCESS ? bytes.substr(0, size) : "error " + std::to_string(status);
+}
+
+class RegistryLinux : public testing::Test {
+protected:
+    RegistryLinux() { UseFolder(_T("new\\hives")); }
+    ~RegistryLinux() override {
+        SetEnvironmentVariableW(_T("KADATA_REGISTRY_DIR"), nullptr);
+        SetEnvironmentVariableW(_T("XDG_CONFIG_HOME"), nullptr);
+    }
+
+    void UseFolder(const TCHAR* name) const { SetEnvironmentVariableW(_T("KADATA_REGISTRY_DIR"), folder_.Path(name).c_str()); }
+
+    test::Text Native(const TCHAR* name) const {
+        test::Text path = folder_.Path(name).substr(2);
+        std::replace(path.begin(), path.end(), _T('\\'), _T('/'));
+        return path;
+    }
+
+    TempFolder folder_;
+};
+
+TEST_F(RegistryLinux, IsTwoFilesThatOnlyWritingCreates) {
+    EXPECT_EQ(Read(HKEY_CURRENT_USER), "error 2");
+    EXPECT_FALSE(folder_.Has(_T("new")));
+    EXPECT_EQ(Write(HKEY_CURRENT_USER, "user"), ERROR_SUCCESS);
+    EXPECT_EQ(Write(HKEY_LOCAL_MACHINE, "machine"), ERROR_SUCCESS);
+    EXPECT_EQ(Read(HKEY_CURRENT_USER), "user");
+    EXPECT_EQ(Read(HKEY_LOCAL_MACHINE), "machine");
+    EXPECT_TRUE(folder_.Has(_T("new\\hives\\user.registry")));
+    EXPECT_TRUE(folder_.Has(_T("new\\hives\\machine.registry")));
+}
+
+TEST_F(RegistryLinux, UsersHiveLiesInTheirConfigurationFolder) {
+    SetEnvironmentVariableW(_T("KADATA_REGISTRY_DIR"), nullptr);
+    SetEnvironmentVariableW(_T("XDG_CONFIG_HOME"), Native(_T("config")).c_str());
+    EXPECT_EQ(Write(HKEY_CURRENT_USER, "x"), ERROR_SUCCESS);
+    EXPECT_TRUE(folder_.Has(_T("config\\kadata\\user.registry")));
+}
+
+TEST_F(RegistryLinux, IsSharedWithAProcessForkedInTheMiddle) {
+    ASSERT_EQ(Write(HKEY_CURRENT_USER, "parent's"), ERROR_SUCCESS);
+    const pid_t child = fork();
+    if (child == 0) {
+        _exit(Read(HKEY_CURRENT_USER) == "parent's" && Write(HKEY_CURRENT_USER, "child's") == ERROR_SUCCESS ? 0 : 1);
+    }
+    int status = -1;
+    EXPECT_EQ(waitpid(child, &status, 0), child);
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(Read(HKEY_CURRENT_USER), "child's");
+    EXPECT_EQ(Write(HKEY_CURRENT_USER, "parent's again"), ERROR_SUCCESS);
+    EXPECT_EQ(Read(HKEY_CURRENT_USER), "parent's again");
+}
+
+TEST_F(RegistryLinux, ReadsAsEmptyWhereTheFileIsNoHiveAndLeavesItAlone) {
+    UseFolder(_T("damaged"));
+    folder_.MakeFolder(_T("damaged"));
+    const std::string garbage(5000, '?');
+    folder_.Write(_T("damaged\\user.registry"), garbage);
+    EXPECT_EQ(Read(HKEY_CURRENT_USER), "error 2");
+    EXPECT_EQ(Write(HKEY_CURRENT_USER, "x"), static_cast<LSTATUS>(ERROR_BADDB));
+    EXPECT_EQ(folder_.Read(_T("damaged\\user.registry")), garbage);
+}
+
+TEST_F(RegistryLinux, MachinesHiveIsReadByUsersWhoMayNotWriteIt) {
+    folder_.MakeFolder(_T("hives"));
+    UseFolder(_T("hives"));
+    ASSERT_EQ(Write(HKEY_LOCAL_MACHINE, "for all"), ERROR_SUCCESS);
+    UseFolder(_T("elsewhere"));
+    EXPECT_EQ(Read(HKEY_LOCAL_MACHINE), "error 2");  // the last connection to the hive is closed now
+    UseFolder(_T("hives"));
+    fs::permissions(test::Narrow(Native(_T("hives"))), fs::perms(0555));
+    {
+        const test::UnprivilegedScope rights;
+        EXPECT_EQ(Read(HKEY_LOCAL_MACHINE), "for all");
+        EXPECT_EQ(Write(HKEY_LOCAL_MACHINE, "x"), static_cast<LSTATUS>(ERROR_ACCESS_DENIED));
+        UseFolder(_T("hives\\below"));
+        EXPECT_EQ(Read(HKEY_LOCAL_MACHINE), "error 2");
+        EXPECT_EQ(Write(HKEY_LOCAL_MACHINE, "x"), static_cast<LSTATUS>(ERROR_ACCESS_DENIED));
+    }
+    fs::permissions(test::Narrow(Native(_T("hives"))), fs::perms(0755));
+}
+
+}  // namespace

@@ -1,0 +1,184 @@
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include <cerrno>
+#include <ctime>
+#include <tuple>
+
+namespace {
+
+SYSTEMTIME Date(int year, int month, int day, int hour = 0, int minute = 0, int second = 0, int milliseconds = 0) {
+    const auto word = [](int value) { return static_cast<WORD>(value); };
+    return {word(year), word(month), 0, word(day), word(hour), word(minute), word(second), word(milliseconds)};
+}
+
+auto Fields(const SYSTEMTIME& t) {
+    return std::tuple(t.wYear, t.wMonth, t.wDay, t.wHour, t.wMinute, t.wSecond, t.wMilliseconds);
+}
+
+FILETIME Ticks(ULONGLONG ticks) {
+    return {static_cast<DWORD>(ticks), static_cast<DWORD>(ticks >> 32)};
+}
+
+ULONGLONG Ticks(const FILETIME& time) {
+    return ULONGLONG{time.dwHighDateTime} << 32 | time.dwLowDateTime;
+}
+
+TEST(FileTime, CountsFrom1601) {
+    const struct {
+        SYSTEMTIME date;
+        ULONGLONG ticks;
+        WORD day_of_week;
+    } rows[] = {
+        {Date(1601, 1, 1), 0, 1},
+        {Date(1970, 1, 1), 116444736000000000, 4},
+        {Date(2000, 2, 29, 23, 59, 59, 999), 125963423999990000, 2},
+        {Date(2038, 1, 19, 3, 14, 8), 137919572480000000, 2},
+        {Date(30827, 12, 31), 9223149024000000000, 5},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.date.wYear);
+        FILETIME ticks{};
+        ASSERT_TRUE(SystemTimeToFileTime(&row.date, &ticks));
+        SYSTEMTIME back{};
+        ASSERT_TRUE(FileTimeToSystemTime(&ticks, &back));
+        EXPECT_EQ(Fields(back), Fields(row.date));
+        EXPECT_EQ(Ticks(ticks), row.ticks);
+        EXPECT_EQ(back.wDayOfWeek, row.day_of_week);
+    }
+}
+
+TEST(FileTime, RefusesDatesThatDoNotExist) {
+    for (const SYSTEMTIME& date :
+         {Date(1600, 12, 31), Date(30828, 1, 1), Date(2001, 2, 29), Date(2001, 0, 1), Date(2001, 13, 1), Date(2001, 1, 0), Date(2001, 4, 31),
+          Date(2001, 1, 1, 24), Date(2001, 1, 1, 0, 60), Date(2001, 1, 1, 0, 0, 60), Date(2001, 1, 1, 0, 0, 0, 1000)}) {
+        SCOPED_TRACE(testing::PrintToString(Fields(date)));
+        FILETIME ticks{};
+        SetLastError(ERROR_SUCCESS);
+        EXPECT_FALSE(SystemTimeToFileTime(&date, &ticks));
+        EXPECT_EQ(GetLastError(), ERROR_INVALID_PARAMETER);
+    }
+    const FILETIME negative = Ticks(0x8000000000000000);
+    SYSTEMTIME date{};
+    EXPECT_FALSE(FileTimeToSystemTime(&negative, &date));
+    EXPECT_EQ(GetLastError(), ERROR_INVALID_PARAMETER);
+}
+
+TEST(FileTime, ComparesAsUnsigned) {
+    const FILETIME low = Ticks(0x1FFFFFFFF), high = Ticks(0x200000000), top = Ticks(0xF000000000000000);
+    EXPECT_EQ(CompareFileTime(&low, &high), -1);
+    EXPECT_EQ(CompareFileTime(&top, &low), 1);
+    EXPECT_EQ(CompareFileTime(&low, &low), 0);
+}
+
+SYSTEMTIME Rule(int month, int week, int day_of_week, int hour) {
+    SYSTEMTIME rule = Date(0, month, week, hour);
+    rule.wDayOfWeek = static_cast<WORD>(day_of_week);
+    return rule;
+}
+
+TIME_ZONE_INFORMATION Zone(LONG bias, const SYSTEMTIME& standard, const SYSTEMTIME& daylight) {
+    TIME_ZONE_INFORMATION zone{};
+    zone.Bias = bias;
+    zone.StandardDate = standard;
+    zone.DaylightDate = daylight;
+    zone.DaylightBias = -60;
+    return zone;
+}
+
+TEST(TimeZone, FollowsTheRuleOfTheDate) {
+    const auto berlin = Zone(-60, Rule(10, 5, 0, 3), Rule(3, 5, 0, 2));
+    const auto sydney = Zone(-600, Rule(4, 1, 0, 3), Rule(10, 1, 0, 2));
+    const auto kolkata = Zone(-330, SYSTEMTIME{}, SYSTEMTIME{});
+    const struct {
+        const TIME_ZONE_INFORMATION* zone;
+        SYSTEMTIME universal, local;
+    } rows[] = {
+        {&berlin, Date(2024, 1, 15, 12), Date(2024, 1, 15, 13)},
+        {&berlin, Date(2024, 7, 15, 12), Date(2024, 7, 15, 14)},
+        {&berlin, Date(2024, 3, 31, 0, 59, 59, 7), Date(2024, 3, 31, 1, 59, 59, 7)},
+        {&berlin, Date(2024, 3, 31, 1), Date(2024, 3, 31, 3)},
+        {&berlin, Date(2024, 10, 27, 0, 30), Date(2024, 10, 27, 2, 30)},  // the first of two
+        {&berlin, Date(2024, 12, 31, 23, 30), Date(2025, 1, 1, 0, 30)},
+        {&sydney, Date(2024, 1, 15, 12), Date(2024, 1, 15, 23)},
+        {&sydney, Date(2024, 7, 15, 12), Date(2024, 7, 15, 22)},
+        {&sydney, Date(2024, 4, 6, 16), Date(2024, 4, 7, 2)},  // the second; there is no way back
+        {&kolkata, Date(2024, 7, 15, 12), Date(2024, 7, 15, 17, 30)},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(testing::PrintToString(Fields(row.universal)));
+        SYSTEMTIME result{};
+        ASSERT_TRUE(SystemTimeToTzSpecificLocalTime(row.zone, &row.universal, &result));
+        EXPECT_EQ(Fields(result), Fields(row.local));
+        ASSERT_TRUE(TzSpecificLocalTimeToSystemTime(row.zone, &row.local, &result));
+        if (row.zone != &sydney || row.universal.wMonth != 4) {
+            EXPECT_EQ(Fields(result), Fields(row.universal));
+        }
+    }
+    SYSTEMTIME result{};
+    const SYSTEMTIME left_out = Date(2024, 3, 31, 2, 30);
+    ASSERT_TRUE(TzSpecificLocalTimeToSystemTime(&berlin, &left_out, &result));
+    EXPECT_EQ(Fields(result), Fields(Date(2024, 3, 31, 0, 30)));
+    const SYSTEMTIME first = Date(1601, 1, 1), wrong = Date(2024, 2, 30);
+    EXPECT_FALSE(TzSpecificLocalTimeToSystemTime(&berlin, &first, &result));
+    EXPECT_FALSE(SystemTimeToTzSpecificLocalTime(&berlin, &wrong, &result));
+    EXPECT_EQ(GetLastError(), ERROR_INVALID_PARAMETER);
+}
+
+TEST(Clock, ItsFacesAgree) {
+    FILETIME before{}, converted{}, after{};
+    SYSTEMTIME universal{}, local{}, as_universal{};
+    GetSystemTimeAsFileTime(&before);
+    GetSystemTime(&universal);
+    GetLocalTime(&local);
+    GetSystemTimePreciseAsFileTime(&after);
+    constexpr ULONGLONG kMillisecond = 10000;
+    ASSERT_TRUE(SystemTimeToFileTime(&universal, &converted));
+    EXPECT_GE(Ticks(converted) + 20 * kMillisecond, Ticks(before));  // a coarse clock may lag
+    EXPECT_LE(Ticks(converted), Ticks(after) + 20 * kMillisecond);
+    ASSERT_TRUE(TzSpecificLocalTimeToSystemTime(nullptr, &local, &as_universal));
+    ASSERT_TRUE(SystemTimeToFileTime(&as_universal, &converted));
+    EXPECT_LE(Ticks(converted), Ticks(after) + 3600ULL * 1000 * kMillisecond);  // an hour's doubt while it comes twice
+
+    FILETIME local_ticks{}, back{};
+    ASSERT_TRUE(FileTimeToLocalFileTime(&before, &local_ticks));
+    ASSERT_TRUE(LocalFileTimeToFileTime(&local_ticks, &back));
+    EXPECT_EQ(Ticks(back), Ticks(before));
+}
+
+TEST(Clock, CountersGoForward) {
+    LARGE_INTEGER frequency{}, first{}, second{};
+    ASSERT_TRUE(QueryPerformanceFrequency(&frequency));
+    EXPECT_GE(frequency.QuadPart, 1000000);
+    const ULONGLONG ticks = GetTickCount64();
+    QueryPerformanceCounter(&first);
+    Sleep(0);
+    while (GetTickCount64() < ticks + 20) {
+    }
+    QueryPerformanceCounter(&second);
+    EXPECT_GE((second.QuadPart - first.QuadPart) * 1000 / frequency.QuadPart, 1);
+    EXPECT_LT(GetTickCount() - static_cast<DWORD>(ticks), 60000U);
+}
+
+TEST(CrtTime, BreaksDownAndRefuses) {
+    std::tm tm{};
+    __time64_t time = 1709210096;  // 2024-02-29 12:34:56 UTC
+    ASSERT_EQ(_gmtime64_s(&tm, &time), 0);
+    EXPECT_EQ(std::tuple(tm.tm_year, tm.tm_mon, tm.tm_mday, tm.tm_hour, tm.tm_min, tm.tm_sec, tm.tm_wday, tm.tm_yday),
+              std::tuple(124, 1, 29, 12, 34, 56, 4, 59));
+    ASSERT_EQ(_localtime64_s(&tm, &time), 0);
+    EXPECT_EQ(_mktime64(&tm), time);
+
+    time = -1000000;
+    EXPECT_EQ(_localtime64_s(&tm, &time), EINVAL);
+    EXPECT_EQ(std::tuple(tm.tm_year, tm.tm_mon, tm.tm_hour, tm.tm_isdst), std::tuple(-1, -1, -1, -1));
+    std::tm ancient{};
+    ancient.tm_year = 60;
+    ancient.tm_mday = 1;
+    errno = 0;
+    EXPECT_EQ(_mktime64(&ancient), -1);
+    EXPECT_EQ(errno, EINVAL);
+    EXPECT_GE(_time64(&time), 1700000000);
+}
+
+}  // namespace
