@@ -1,37 +1,51 @@
 #include "afx_archive.h"
 
 #include <algorithm>
-#include <string>
+#include <limits>
+#include <vector>
 
 namespace {
 
 constexpr int kSmallestBuffer = 128;
-constexpr UINT kReadStep = 1 << 16;  // bytes asked for at once while a text is read: a lying length costs no more
+constexpr std::size_t kFirstStep = 4096;  // bytes of a long text that are asked
+                                          // for before any of it has arrived
 
-// Length prefixes: a value that says "more follows", and the width that follows it.
+// Length prefixes: values that say that a wider one follows.
 constexpr BYTE kLongerThanByte = 0xFF;
-constexpr WORD kWideMarker = 0xFFFE;
+constexpr WORD kWideMark = 0xFFFE;
 constexpr WORD kLongerThanWord = 0xFFFF;
 constexpr DWORD kLongerThanDword = 0xFFFFFFFF;
+constexpr std::size_t kLongestPrefix = 18;  // bytes, with the mark
+constexpr std::size_t kLongestText = std::numeric_limits<int>::max();
 
-// Text of `length` characters, taken in steps so that memory follows the data and not the promise.
-template <class Character>
-std::basic_string<Character> ReadCharacters(CArchive& ar, ULONGLONG length) {
-    std::basic_string<Character> text;
-    while (text.size() < length) {
-        const std::size_t done = text.size();
-        const auto part = static_cast<std::size_t>(std::min<ULONGLONG>(length - done, kReadStep / sizeof(Character)));
-        text.resize(done + part);
-        ar.EnsureRead(text.data() + done, static_cast<UINT>(part * sizeof(Character)));
+// Bytes whose number only the data claim: memory grows with what has arrived,
+// so that a wrong length costs none.
+std::vector<BYTE> ReadBytes(CArchive& ar, std::size_t count) {
+    std::vector<BYTE> bytes;
+    while (bytes.size() < count) {
+        const std::size_t done = bytes.size();
+        const std::size_t step = std::min(count - done, std::max(done, kFirstStep));
+        bytes.resize(done + step);
+        ar.EnsureRead(bytes.data() + done, static_cast<UINT>(step));
     }
-    return text;
+    return bytes;
 }
 
-CString FromAnsi(const std::string& bytes) {
-    const int size = static_cast<int>(bytes.size());
-    CString text;
-    text.ReleaseBufferSetLength(MultiByteToWideChar(CP_ACP, 0, bytes.data(), size, text.GetBuffer(size), size));
-    return text;
+void SetWide(CString& text, const BYTE* source, std::size_t size) {
+    const int length = static_cast<int>(size / sizeof(TCHAR));
+    afx::LoadUnits(text.GetBufferSetLength(length), source, static_cast<std::size_t>(length));
+    text.ReleaseBufferSetLength(length);
+}
+
+void SetAnsi(CString& text, const BYTE* source, std::size_t size) {
+    const auto* const bytes = reinterpret_cast<const char*>(source);
+    const int count = static_cast<int>(size);
+    const int length = count == 0 ? 0 : MultiByteToWideChar(CP_ACP, 0, bytes, count, nullptr, 0);
+    LPTSTR const target = text.GetBufferSetLength(length);
+    if (length != 0) {
+        MultiByteToWideChar(CP_ACP, 0, bytes, count, target, length);
+    }
+    text.ReleaseBufferSetLength(length);
 }
 
 }  // namespace
@@ -43,43 +57,44 @@ CArchive::CArchive(CFile* file, UINT mode, int bufferSize, void* buffer)
       m_size(static_cast<std::size_t>(std::max(bufferSize, kSmallestBuffer))),
       m_owned(buffer == nullptr || bufferSize < kSmallestBuffer ? new BYTE[m_size] : nullptr),
       m_start(m_owned ? m_owned.get() : static_cast<BYTE*>(buffer)),
-      m_current(m_start),
-      m_limit(IsStoring() ? m_start + m_size : m_start) {}
+      m_storeAt(m_start),
+      m_storeEnd(IsStoring() ? m_start + m_size : m_start),
+      m_loadAt(m_start),
+      m_loadEnd(m_start) {}
 
 CArchive::~CArchive() {
-    if (m_file == nullptr || (m_mode & bNoFlushOnDelete) != 0) {
+    if ((m_mode & bNoFlushOnDelete) != 0) {
         return;
     }
     try {
         Close();
-    } catch (CException* e) {
+    } catch (CException* e) {  // nobody is left to be told
         e->Delete();
     }
 }
 
 UINT CArchive::Read(void* target, UINT count) {
-    if (IsStoring()) {
-        ThrowMisuse();
-    }
-    BYTE* out = static_cast<BYTE*>(target);
-    UINT left = count;
-    while (left != 0) {
-        if (m_current == m_limit) {
-            if (left >= m_size && m_file != nullptr) {
-                return count - left + m_file->Read(out, left);
-            }
-            Fill();
-            if (m_current == m_limit) {
+    RequireMode(load);
+    BYTE* const out = static_cast<BYTE*>(target);
+    std::size_t done = 0;
+    while (done < count) {
+        if (Ahead() == 0) {
+            const bool direct = count - done >= m_size;
+            const UINT read = m_file->Read(direct ? out + done : m_start, static_cast<UINT>(direct ? count - done : m_size));
+            if (read == 0) {
                 break;
             }
+            m_loadAt = m_start;
+            m_loadEnd = direct ? m_start : m_start + read;
+            done += direct ? read : 0;
+            continue;
         }
-        const UINT part = static_cast<UINT>(std::min<std::ptrdiff_t>(left, m_limit - m_current));
-        std::memcpy(out, m_current, part);
-        m_current += part;
-        out += part;
-        left -= part;
+        const std::size_t part = std::min(count - done, Ahead());
+        std::memcpy(out + done, m_loadAt, part);
+        m_loadAt += part;
+        done += part;
     }
-    return count - left;
+    return static_cast<UINT>(done);
 }
 
 void CArchive::EnsureRead(void* target, UINT count) {
@@ -88,21 +103,14 @@ void CArchive::EnsureRead(void* target, UINT count) {
     }
 }
 
-void CArchive::Write(const void* source, UINT count) {
-    if (IsLoading()) {
-        ThrowMisuse();
+void CArchive::WriteLarge(const void* source, UINT count) {
+    MakeRoom();
+    if (count >= m_size) {
+        WriteToFile(source, count);
+    } else {
+        std::memcpy(m_storeAt, source, count);
+        m_storeAt += count;
     }
-    if (m_limit - m_current < static_cast<std::ptrdiff_t>(count)) {
-        FlushStored();
-        if (count >= m_size) {
-            if (m_file != nullptr) {
-                m_file->Write(source, count);
-            }
-            return;
-        }
-    }
-    std::memcpy(m_current, source, count);
-    m_current += count;
 }
 
 void CArchive::Flush() {
@@ -110,75 +118,130 @@ void CArchive::Flush() {
         return;
     }
     if (IsStoring()) {
-        FlushStored();
-        return;
+        MakeRoom();
+    } else if (Ahead() != 0) {
+        m_file->Seek(m_loadAt - m_loadEnd, CFile::current);
+        m_loadAt = m_loadEnd = m_start;
     }
-    if (m_current != m_limit) {
-        m_file->Seek(m_current - m_limit, CFile::current);
-    }
-    m_current = m_limit = m_start;
 }
 
 void CArchive::Close() {
     Flush();
+    Abort();
+}
+
+void CArchive::Abort() noexcept {
     m_file = nullptr;
+    m_storeAt = m_storeEnd = m_start;
+    m_loadAt = m_loadEnd = m_start;
 }
 
-void CArchive::Abort() {
-    m_file = nullptr;
-    m_current = m_start;
-    m_limit = IsStoring() ? m_start + m_size : m_start;
-}
-
-void CArchive::ThrowMisuse() const {
-    AfxThrowArchiveException(IsLoading() ? CArchiveException::readOnly : CArchiveException::writeOnly, m_strFileName);
-}
-
-// The buffer is empty afterwards also when the file throws: nothing is written twice.
-void CArchive::FlushStored() {
-    const UINT count = static_cast<UINT>(m_current - m_start);
-    m_current = m_start;
-    if (count != 0 && m_file != nullptr) {
-        m_file->Write(m_start, count);
+void CArchive::RequireMode(Mode mode) const {
+    if ((m_mode & load) != mode) {
+        AfxThrowArchiveException(mode == store ? CArchiveException::readOnly : CArchiveException::writeOnly, m_strFileName);
+    }
+    if (m_file == nullptr) {
+        AfxThrowArchiveException(CArchiveException::genericException, m_strFileName);
     }
 }
 
-void CArchive::Fill() {
-    m_current = m_limit = m_start;
-    if (m_file != nullptr) {
-        m_limit += m_file->Read(m_start, static_cast<UINT>(m_size));
+// Empties the buffer into the file.
+void CArchive::MakeRoom() {
+    RequireMode(store);
+    const std::size_t count = static_cast<std::size_t>(m_storeAt - m_start);
+    m_storeAt = m_start;
+    WriteToFile(m_start, count);
+}
+
+void CArchive::WriteToFile(const void* source, std::size_t count) {
+    try {
+        m_file->Write(source, static_cast<UINT>(count));
+    } catch (...) {
+        Abort();
+        throw;
     }
 }
 
-void AfxWriteStringLength(CArchive& ar, ULONGLONG length, BOOL unicode) {
+// Reads ahead until `count` bytes, at most the size of the buffer, lie there.
+void CArchive::Fetch(std::size_t count) {
+    RequireMode(load);
+    const std::size_t kept = Ahead();
+    std::memmove(m_start, m_loadAt, kept);
+    m_loadAt = m_start;
+    m_loadEnd = m_start + kept;
+    while (Ahead() < count) {
+        const UINT read = m_file->Read(m_start + Ahead(), static_cast<UINT>(m_size - Ahead()));
+        if (read == 0) {
+            AfxThrowArchiveException(CArchiveException::endOfFile, m_strFileName);
+        }
+        m_loadEnd += read;
+    }
+}
+
+void CArchive::StoreText(std::basic_string_view<TCHAR> units) {
+    const std::size_t size = kLongestPrefix + units.size() * sizeof(TCHAR);
+    if (size > Room() && size <= m_size) {
+        MakeRoom();  // a text that lies in one piece is copied faster
+    }
+    AfxWriteStringLength(*this, units.size(), TRUE);
+    if constexpr (std::endian::native == std::endian::little) {
+        Write(units.data(), static_cast<UINT>(units.size() * sizeof(TCHAR)));
+    } else {
+        for (const TCHAR unit : units) {
+            *this << unit;
+        }
+    }
+}
+
+void CArchive::LoadText(CString& text) {
+    int charSize = 0;
+    const UINT_PTR length = AfxReadStringLength(*this, charSize);
+    if (length > kLongestText) {
+        AfxThrowArchiveException(CArchiveException::endOfFile, m_strFileName);
+    }
+    const auto set = charSize == sizeof(TCHAR) ? &SetWide : &SetAnsi;
+    const std::size_t size = static_cast<std::size_t>(length) * static_cast<std::size_t>(charSize);
+    if (size > m_size) {
+        const std::vector<BYTE> bytes = ReadBytes(*this, size);
+        set(text, bytes.data(), size);
+        return;
+    }
+    if (Ahead() < size) {
+        Fetch(size);
+    }
+    set(text, m_loadAt, size);
+    m_loadAt += size;
+}
+
+void AfxWriteStringLength(CArchive& ar, UINT_PTR length, BOOL unicode) {
     if (unicode) {
-        ar << kLongerThanByte << kWideMarker;
+        ar << kLongerThanByte << kWideMark;
     }
     if (length < kLongerThanByte) {
         ar << static_cast<BYTE>(length);
-    } else if (length < kWideMarker) {
+    } else if (length < kWideMark) {
         ar << kLongerThanByte << static_cast<WORD>(length);
     } else if (length < kLongerThanDword) {
         ar << kLongerThanByte << kLongerThanWord << static_cast<DWORD>(length);
     } else {
-        ar << kLongerThanByte << kLongerThanWord << kLongerThanDword << length;
+        ar << kLongerThanByte << kLongerThanWord << kLongerThanDword << static_cast<ULONGLONG>(length);
     }
 }
 
-ULONGLONG AfxReadStringLength(CArchive& ar, int& charSize) {
-    charSize = 1;
-    BYTE shortest = 0;
-    ar >> shortest;
-    if (shortest < kLongerThanByte) {
-        return shortest;
+UINT_PTR AfxReadStringLength(CArchive& ar, int& charSize) {
+    charSize = sizeof(char);
+    BYTE byte = 0;
+    ar >> byte;
+    if (byte < kLongerThanByte) {
+        return byte;
     }
     WORD word = 0;
     ar >> word;
-    if (word == kWideMarker) {
+    if (word == kWideMark) {
         charSize = sizeof(TCHAR);
-        ar >> shortest;
-        if (shortest < kLongerThanByte) {
-            return shortest;
+        ar >> byte;
+        if (byte < kLongerThanByte) {
+            return byte;
         }
         ar >> word;
     }
@@ -193,21 +256,4 @@ ULONGLONG AfxReadStringLength(CArchive& ar, int& charSize) {
     ULONGLONG longest = 0;
     ar >> longest;
     return longest;
-}
-
-CArchive& operator<<(CArchive& ar, const CString& text) {
-    AfxWriteStringLength(ar, static_cast<ULONGLONG>(text.GetLength()), TRUE);
-    ar.Write(text.GetString(), static_cast<UINT>(text.GetLength()) * static_cast<UINT>(sizeof(TCHAR)));
-    return ar;
-}
-
-CArchive& operator>>(CArchive& ar, CString& text) {
-    int charSize = 0;
-    const ULONGLONG length = AfxReadStringLength(ar, charSize);
-    if (charSize == sizeof(TCHAR)) {
-        text = CString(std::basic_string_view<TCHAR>(ReadCharacters<TCHAR>(ar, length)));
-    } else {
-        text = FromAnsi(ReadCharacters<char>(ar, length));
-    }
-    return ar;
 }

@@ -14,6 +14,8 @@ IMPLEMENT_DYNAMIC(CArchiveException, CException)
 
 namespace {
 
+constexpr DWORD kDiskQuotaExceeded = 1295;  // ERROR_DISK_QUOTA_EXCEEDED, which not every system header names
+
 struct CauseOfError {
     DWORD error;
     int cause;
@@ -22,8 +24,11 @@ struct CauseOfError {
 constexpr CauseOfError kCauses[] = {
     {NO_ERROR, CFileException::none},
     {ERROR_FILE_NOT_FOUND, CFileException::fileNotFound},
+    {ERROR_NO_MORE_FILES, CFileException::fileNotFound},
+    {ERROR_INVALID_HANDLE, CFileException::fileNotFound},
     {ERROR_PATH_NOT_FOUND, CFileException::badPath},
     {ERROR_INVALID_DRIVE, CFileException::badPath},
+    {ERROR_NOT_SAME_DEVICE, CFileException::badPath},
     {ERROR_INVALID_NAME, CFileException::badPath},
     {ERROR_BAD_PATHNAME, CFileException::badPath},
     {ERROR_BAD_NETPATH, CFileException::badPath},
@@ -34,22 +39,23 @@ constexpr CauseOfError kCauses[] = {
     {ERROR_ACCESS_DENIED, CFileException::accessDenied},
     {ERROR_FILE_EXISTS, CFileException::accessDenied},
     {ERROR_ALREADY_EXISTS, CFileException::accessDenied},
-    {ERROR_DIR_NOT_EMPTY, CFileException::accessDenied},
     {ERROR_WRITE_PROTECT, CFileException::accessDenied},
-    {ERROR_NOT_SAME_DEVICE, CFileException::accessDenied},
-    {ERROR_INVALID_HANDLE, CFileException::invalidFile},
+    {ERROR_BUSY, CFileException::accessDenied},
+    {ERROR_BAD_FORMAT, CFileException::invalidFile},
+    {ERROR_INVALID_DATA, CFileException::invalidFile},
     {ERROR_CURRENT_DIRECTORY, CFileException::removeCurrentDir},
+    {ERROR_DIR_NOT_EMPTY, CFileException::removeCurrentDir},
     {ERROR_SEEK, CFileException::badSeek},
     {ERROR_NEGATIVE_SEEK, CFileException::badSeek},
     {ERROR_NOT_READY, CFileException::hardIO},
     {ERROR_WRITE_FAULT, CFileException::hardIO},
     {ERROR_READ_FAULT, CFileException::hardIO},
-    {ERROR_GEN_FAILURE, CFileException::hardIO},
     {ERROR_IO_DEVICE, CFileException::hardIO},
     {ERROR_SHARING_VIOLATION, CFileException::sharingViolation},
     {ERROR_LOCK_VIOLATION, CFileException::lockViolation},
     {ERROR_DISK_FULL, CFileException::diskFull},
     {ERROR_HANDLE_DISK_FULL, CFileException::diskFull},
+    {kDiskQuotaExceeded, CFileException::diskFull},
     {ERROR_HANDLE_EOF, CFileException::endOfFile},
 };
 
@@ -101,7 +107,8 @@ BOOL CopyCause(const LPCTSTR (&messages)[N], int cause, const CString& name, LPT
     return CopyMessage(message, text, capacity);
 }
 
-// The shared exceptions are made when they are first thrown and never destroyed: one may be on its way while the process ends.
+// The shared exceptions are made when they are first thrown and never
+// destroyed: one may be on its way while the process ends.
 template <class Exception>
 [[noreturn]] void ThrowShared() {
     alignas(Exception) static unsigned char room[sizeof(Exception)];
@@ -137,7 +144,9 @@ int CFileException::OsErrorToException(LONG osError) {
 }
 
 void CFileException::ThrowOsError(LONG osError, LPCTSTR fileName) {
-    AfxThrowFileException(OsErrorToException(osError), osError, fileName);
+    if (osError != 0) {
+        AfxThrowFileException(OsErrorToException(osError), osError, fileName);
+    }
 }
 
 BOOL CFileException::GetErrorMessage(LPTSTR text, UINT capacity, UINT* helpContext) const {
@@ -151,7 +160,7 @@ BOOL CArchiveException::GetErrorMessage(LPTSTR text, UINT capacity, UINT* helpCo
 }
 
 void AtlThrow(HRESULT result) {
-    throw CAtlException{result};
+    throw CAtlException(result);
 }
 
 void AfxThrowMemoryException() {

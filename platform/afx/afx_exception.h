@@ -1,6 +1,7 @@
 #pragma once
 
-// Exceptions of the foundation classes. They are thrown by pointer and belong to whoever catches them:
+// Exceptions of the foundation classes. They are thrown by pointer and belong
+// to whoever catches them:
 //     catch (CFileException* e) { ... e->Delete(); }
 
 #include "afx_object.h"
@@ -12,17 +13,20 @@ class KADATA_API CException : public CObject {
 public:
     explicit CException(BOOL autoDelete = TRUE) : m_bAutoDelete(autoDelete) {}
 
-    // Ends the exception: frees it when it came from new, and does nothing to one that is shared or on the stack.
+    // Ends the exception: frees it when it came from new, and does nothing to one
+    // that is shared. Not for one on the stack.
     void Delete();
 
-    // Writes the message, cut to `capacity` units with its terminator. FALSE, and an empty text, when there is none.
+    // Writes the message, cut to `capacity` units with its terminator. FALSE, and
+    // an empty text, when there is none.
     virtual BOOL GetErrorMessage(LPTSTR text, UINT capacity, UINT* helpContext = nullptr) const;
 
 protected:
     BOOL m_bAutoDelete;
 };
 
-// Exceptions of which the process keeps one, so that throwing them needs no memory.
+// Exceptions of which the process keeps one, so that throwing them needs no
+// memory.
 class KADATA_API CSimpleException : public CException {
     DECLARE_DYNAMIC(CSimpleException)
 
@@ -34,35 +38,35 @@ private:
     LPCTSTR m_message;
 };
 
-class KADATA_API CMemoryException final : public CSimpleException {
+class KADATA_API CMemoryException : public CSimpleException {
     DECLARE_DYNAMIC(CMemoryException)
 
 public:
     CMemoryException() : CSimpleException(_T("Out of memory.")) {}
 };
 
-class KADATA_API CResourceException final : public CSimpleException {
+class KADATA_API CResourceException : public CSimpleException {
     DECLARE_DYNAMIC(CResourceException)
 
 public:
     CResourceException() : CSimpleException(_T("A required resource was unavailable.")) {}
 };
 
-class KADATA_API CInvalidArgException final : public CSimpleException {
+class KADATA_API CInvalidArgException : public CSimpleException {
     DECLARE_DYNAMIC(CInvalidArgException)
 
 public:
     CInvalidArgException() : CSimpleException(_T("An invalid argument was encountered.")) {}
 };
 
-class KADATA_API CNotSupportedException final : public CSimpleException {
+class KADATA_API CNotSupportedException : public CSimpleException {
     DECLARE_DYNAMIC(CNotSupportedException)
 
 public:
     CNotSupportedException() : CSimpleException(_T("An attempt was made to do something that is not supported.")) {}
 };
 
-class KADATA_API CFileException final : public CException {
+class KADATA_API CFileException : public CException {
     DECLARE_DYNAMIC(CFileException)
 
 public:
@@ -87,9 +91,12 @@ public:
     explicit CFileException(int cause = none, LONG osError = -1, LPCTSTR fileName = nullptr)
         : m_cause(cause), m_lOsError(osError), m_strFileName(fileName) {}
 
-    // The cause that stands for an error number of the system.
+    // The cause that stands for an error number of the system; genericException
+    // when none does.
     static int OsErrorToException(LONG osError);
-    [[noreturn]] static void ThrowOsError(LONG osError, LPCTSTR fileName = nullptr);
+    // Throws the exception of that error. Returns, and does nothing, when the
+    // error is 0.
+    static void ThrowOsError(LONG osError, LPCTSTR fileName = nullptr);
 
     BOOL GetErrorMessage(LPTSTR text, UINT capacity, UINT* helpContext = nullptr) const override;
 
@@ -98,7 +105,7 @@ public:
     CString m_strFileName;
 };
 
-class KADATA_API CArchiveException final : public CException {
+class KADATA_API CArchiveException : public CException {
     DECLARE_DYNAMIC(CArchiveException)
 
 public:
@@ -113,7 +120,11 @@ public:
 };
 
 // A failure of the system that no other exception fits, thrown by value.
-struct KADATA_API CAtlException {
+class KADATA_API CAtlException {
+public:
+    explicit CAtlException(HRESULT result) noexcept : m_hr(result) {}
+    operator HRESULT() const noexcept { return m_hr; }
+
     HRESULT m_hr;
 };
 

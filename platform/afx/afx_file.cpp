@@ -5,10 +5,14 @@
 
 IMPLEMENT_DYNAMIC(CFile, CObject)
 
+// Written out, so that it is a constant and nothing is done for it when the library is loaded.
+const HANDLE CFile::hFileNull = reinterpret_cast<HANDLE>(static_cast<LONG_PTR>(-1));
+
 namespace {
 
-constexpr WORD kFirstYear = 1970;
-constexpr WORD kLastYear = 2999;
+constexpr UINT kShareFlags = 0x70;
+constexpr ULONGLONG kTicksPerSecond = 10'000'000;
+constexpr ULONGLONG kSecondsFrom1601To1970 = 11'644'473'600;
 
 struct OpenArguments {
     DWORD access;
@@ -29,7 +33,7 @@ DWORD AccessOf(UINT flags) {
 }
 
 DWORD ShareOf(UINT flags) {
-    switch (flags & 0x70U) {
+    switch (flags & kShareFlags) {
         case CFile::shareDenyWrite:
             return FILE_SHARE_READ;
         case CFile::shareDenyRead:
@@ -60,11 +64,23 @@ CString AbsolutePath(LPCTSTR path) {
     return absolute.IsEmpty() ? CString(path) : absolute;
 }
 
-// Zero for a time that CTime cannot hold.
+// By arithmetic: a constructor of CTime would throw for a time before 1970, which any disk may hold.
 CTime TimeOf(const FILETIME& time) {
-    SYSTEMTIME system = {};
-    const bool known = FileTimeToSystemTime(&time, &system) && system.wYear >= kFirstYear && system.wYear <= kLastYear;
-    return known ? CTime(time) : CTime();
+    const ULONGLONG seconds = ((static_cast<ULONGLONG>(time.dwHighDateTime) << 32) | time.dwLowDateTime) / kTicksPerSecond;
+    return seconds < kSecondsFrom1601To1970 ? CTime() : CTime(static_cast<__time64_t>(seconds - kSecondsFrom1601To1970));
+}
+
+// `data` is one of the system's structures, which name these fields alike.
+template <class Data>
+CFileStatus StatusOf(const Data& data, const CString& path) {
+    CFileStatus status;
+    status.m_ctime = TimeOf(data.ftCreationTime);
+    status.m_mtime = TimeOf(data.ftLastWriteTime);
+    status.m_atime = TimeOf(data.ftLastAccessTime);
+    status.m_size = (static_cast<ULONGLONG>(data.nFileSizeHigh) << 32) | data.nFileSizeLow;
+    status.m_attribute = data.dwFileAttributes;
+    status.m_szFullName = path;
+    return status;
 }
 
 CString NameIn(const CString& path) {
@@ -81,16 +97,19 @@ CFile::CFile(LPCTSTR path, UINT flags) {
 }
 
 CFile::~CFile() {
-    if (m_hFile != hFileNull) {
+    if (m_closeOnDelete) {
         CFile::Abort();
     }
 }
 
 BOOL CFile::Open(LPCTSTR path, UINT flags, CFileException* error) {
+    if (m_hFile != hFileNull) {
+        Close();
+    }
     const OpenArguments arguments = ArgumentsOf(flags);
     const CString absolute = AbsolutePath(path);
-    const HANDLE file = CreateFileW(path, arguments.access, arguments.share, nullptr, arguments.disposition, arguments.attributes,
-                                    nullptr);
+    const HANDLE file =
+        CreateFileW(path, arguments.access, arguments.share, nullptr, arguments.disposition, arguments.attributes, nullptr);
     if (file == hFileNull) {
         if (error != nullptr) {
             error->m_lOsError = static_cast<LONG>(GetLastError());
@@ -100,6 +119,7 @@ BOOL CFile::Open(LPCTSTR path, UINT flags, CFileException* error) {
         return FALSE;
     }
     m_hFile = file;
+    m_closeOnDelete = true;
     m_strFileName = absolute;
     return TRUE;
 }
@@ -162,6 +182,7 @@ void CFile::Flush() {
 }
 
 void CFile::Close() {
+    m_closeOnDelete = false;
     const HANDLE file = std::exchange(m_hFile, hFileNull);
     if (file != hFileNull && !CloseHandle(file)) {
         ThrowLastError();
@@ -170,6 +191,7 @@ void CFile::Close() {
 }
 
 void CFile::Abort() {
+    m_closeOnDelete = false;
     if (m_hFile != hFileNull) {
         CloseHandle(std::exchange(m_hFile, hFileNull));
     }
@@ -187,7 +209,12 @@ CString CFile::GetFileTitle() const {
 }
 
 BOOL CFile::GetStatus(CFileStatus& status) const {
-    return GetStatus(m_strFileName, status);
+    BY_HANDLE_FILE_INFORMATION data = {};
+    if (!GetFileInformationByHandle(m_hFile, &data)) {
+        return FALSE;
+    }
+    status = StatusOf(data, m_strFileName);
+    return TRUE;
 }
 
 BOOL CFile::GetStatus(LPCTSTR path, CFileStatus& status) {
@@ -195,12 +222,7 @@ BOOL CFile::GetStatus(LPCTSTR path, CFileStatus& status) {
     if (!GetFileAttributesExW(path, GetFileExInfoStandard, &data)) {
         return FALSE;
     }
-    status.m_ctime = TimeOf(data.ftCreationTime);
-    status.m_mtime = TimeOf(data.ftLastWriteTime);
-    status.m_atime = TimeOf(data.ftLastAccessTime);
-    status.m_size = (static_cast<ULONGLONG>(data.nFileSizeHigh) << 32) | data.nFileSizeLow;
-    status.m_attribute = data.dwFileAttributes;
-    status.m_szFullName = AbsolutePath(path);
+    status = StatusOf(data, AbsolutePath(path));
     return TRUE;
 }
 
@@ -217,5 +239,6 @@ void CFile::Remove(LPCTSTR path) {
 }
 
 void CFile::ThrowLastError() const {
-    CFileException::ThrowOsError(static_cast<LONG>(GetLastError()), m_strFileName);
+    const LONG error = static_cast<LONG>(GetLastError());
+    AfxThrowFileException(CFileException::OsErrorToException(error), error, m_strFileName);
 }

@@ -4,13 +4,13 @@
 
 #include "afxtempl.h"
 
-class KADATA_API CStringArray final : public CArray<CString, const CString&> {
+class KADATA_API CStringArray : public CArray<CString, const CString&> {
 public:
     CStringArray() = default;
 };
 
 // Pointers to objects that stay their owner's.
-class KADATA_API CObList final : public CList<CObject*, CObject*> {
+class KADATA_API CObList : public CList<CObject*, CObject*> {
 public:
     explicit CObList(INT_PTR blockSize = 10) : CList(blockSize) {}
 };

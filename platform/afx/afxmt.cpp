@@ -26,8 +26,8 @@ CCriticalSection::~CCriticalSection() {
     DeleteCriticalSection(&m_sect);
 }
 
-CMutex::CMutex(BOOL initiallyOwned, LPCTSTR name) {
-    m_hObject = CreateMutexW(nullptr, initiallyOwned, name);
+CMutex::CMutex(BOOL initiallyOwned, LPCTSTR name, LPSECURITY_ATTRIBUTES security) {
+    m_hObject = CreateMutexW(security, initiallyOwned, name);
     if (m_hObject == nullptr) {
         AfxThrowResourceException();
     }
@@ -37,8 +37,8 @@ BOOL CMutex::Unlock() {
     return ReleaseMutex(m_hObject);
 }
 
-CEvent::CEvent(BOOL initiallySet, BOOL manualReset, LPCTSTR name) {
-    m_hObject = CreateEventW(nullptr, manualReset, initiallySet, name);
+CEvent::CEvent(BOOL initiallySet, BOOL manualReset, LPCTSTR name, LPSECURITY_ATTRIBUTES security) {
+    m_hObject = CreateEventW(security, manualReset, initiallySet, name);
     if (m_hObject == nullptr) {
         AfxThrowResourceException();
     }
@@ -51,7 +51,7 @@ CSingleLock::CSingleLock(CSyncObject* object, BOOL lockNow) : m_object(object) {
 }
 
 BOOL CSingleLock::Lock(DWORD milliseconds) {
-    m_locked = m_object->Lock(milliseconds);
+    m_locked = m_locked || m_object->Lock(milliseconds);
     return m_locked;
 }
 

@@ -1,15 +1,18 @@
 #pragma once
 
-// CArray and CList. Indices outside an array, and positions that are null, throw CInvalidArgException*.
+// CArray and CList. Indices outside an array, and positions that are null,
+// throw CInvalidArgException*; out of memory is std::bad_alloc. An object is
+// used by one thread at a time.
 
 #include <utility>
 #include <vector>
 
 #include "afx_exception.h"
 
-// Where an element of a list stands; null is nowhere. Valid until that element is removed.
-struct __POSITION;
-using POSITION = __POSITION*;
+// Where an element of a list stands; null is nowhere. Valid until that element
+// is removed.
+struct AfxPosition;
+using POSITION = AfxPosition*;
 
 template <class TYPE, class ARG_TYPE = const TYPE&>
 class CArray : public CObject {
@@ -21,9 +24,10 @@ public:
     INT_PTR GetUpperBound() const { return GetSize() - 1; }
     BOOL IsEmpty() const { return m_items.empty(); }
 
-    // New elements are value-initialised. The second argument of the classic interface, a growth step, is accepted and not needed.
+    // New elements are value-initialised. The second argument of the classic
+    // interface, a growth step, is accepted and not needed.
     void SetSize(INT_PTR size, INT_PTR /*growBy*/ = -1) {
-        Require(size >= 0);
+        Require(size >= 0 && static_cast<std::size_t>(size) <= m_items.max_size());
         m_items.resize(static_cast<std::size_t>(size));
     }
     void FreeExtra() { m_items.shrink_to_fit(); }
@@ -68,6 +72,14 @@ public:
         }
         m_items.insert(m_items.begin() + index, static_cast<std::size_t>(count), copy);
     }
+    void InsertAt(INT_PTR index, const CArray* other) {
+        Require(index >= 0 && other != nullptr);
+        const std::vector<Item> copy(other->m_items);  // may be our own
+        if (index > GetSize()) {
+            SetSize(index);
+        }
+        m_items.insert(m_items.begin() + index, copy.begin(), copy.end());
+    }
     void RemoveAt(INT_PTR index, INT_PTR count = 1) {
         Require(index >= 0 && count >= 0 && index <= GetSize() && count <= GetSize() - index);
         m_items.erase(m_items.begin() + index, m_items.begin() + index + count);
@@ -98,7 +110,8 @@ private:
 template <class TYPE, class ARG_TYPE = const TYPE&>
 class CList : public CObject {
 public:
-    // The classic interface allocates nodes in blocks of this size; here it is only remembered as accepted.
+    // The classic interface allocates nodes in blocks of this size; here it is
+    // only remembered as accepted.
     explicit CList(INT_PTR /*blockSize*/ = 10) {}
 
     INT_PTR GetCount() const { return m_count; }
@@ -146,7 +159,8 @@ public:
     const TYPE& GetAt(POSITION at) const { return Checked(NodeAt(at))->value; }
     void SetAt(POSITION at, ARG_TYPE element) { GetAt(at) = element; }
 
-    // First element equal to `element` behind `after` (null: from the head); null when there is none.
+    // First element equal to `element` behind `after` (null: from the head); null
+    // when there is none.
     POSITION Find(ARG_TYPE element, POSITION after = nullptr) const {
         const Node* node = after == nullptr ? m_head : NodeAt(after)->next;
         while (node != nullptr && !(node->value == element)) {

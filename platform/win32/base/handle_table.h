@@ -22,9 +22,9 @@ public:
     KernelObject& operator=(const KernelObject&) = delete;
     virtual ~KernelObject() = default;
 
-    // Waits until the object is signalled and takes what a successful wait takes (an auto-reset event's signal, a mutex's ownership).
-    // Returns WAIT_OBJECT_0, WAIT_ABANDONED_0, WAIT_TIMEOUT, or WAIT_FAILED with the last error set. A deadline in the past only looks.
-    // Objects that cannot be waited for fail with ERROR_INVALID_HANDLE.
+    // Waits until the object is signalled and takes what a successful wait takes (an auto-reset event's signal, a mutex's
+    // ownership). Returns WAIT_OBJECT_0, WAIT_ABANDONED_0, WAIT_TIMEOUT, or WAIT_FAILED with the last error set. A deadline in
+    // the past only looks. Objects that cannot be waited for fail with ERROR_INVALID_HANDLE.
     virtual DWORD Wait(Deadline deadline);
 
     void Retain() noexcept { count_.fetch_add(1, std::memory_order_relaxed); }

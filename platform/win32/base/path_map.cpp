@@ -212,7 +212,9 @@ std::optional<SystemStart> SystemStartOf(Parsed& parsed) {
         return std::nullopt;
     }
     std::u16string folder = ToSystemPath(start->folder);
-    folder.resize(folder.back() == u'\\' ? folder.size() - 1 : folder.size());
+    if (folder.back() == u'\\') {
+        folder.pop_back();
+    }
     return SystemStart{std::move(folder), kDriveLength};
 }
 

@@ -125,5 +125,5 @@ KADATA_API BOOL MoveFileW(LPCWSTR from, LPCWSTR to) noexcept;
 KADATA_API BOOL MoveFileExW(LPCWSTR from, LPCWSTR to, DWORD flags) noexcept;
 
 // Copies contents, READONLY and the time of the last write. ERROR_FILE_EXISTS with `keep_existing` when the target is there;
-// a copy that fails half-way is removed.
+// ERROR_ACCESS_DENIED when either is no regular file; a copy that fails half-way is removed.
 KADATA_API BOOL CopyFileW(LPCWSTR from, LPCWSTR to, BOOL keep_existing) noexcept;

@@ -132,6 +132,9 @@ DWORD CopyInto(const FileObject& source, const FileStatus& status, const std::st
     if (target.error != ERROR_SUCCESS) {
         return target.error;
     }
+    if (target.file->Kind() != FileKind::file) {
+        return ERROR_ACCESS_DENIED;  // a device is not filled, and above all not removed
+    }
     const int fd = target.file->Fd();
     if (CopyContents(source.Fd(), fd) && ApplyTimes(fd, nullptr, &status.written) && (!write_through || fsync(fd) == 0)) {
         return ERROR_SUCCESS;

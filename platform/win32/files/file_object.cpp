@@ -120,7 +120,8 @@ DWORD FileObject::Remove() {
 
 ObjectRef<FileObject> FindFile(HANDLE handle) noexcept {
     ObjectRef<KernelObject> object = FindObject(handle);
-    if (object && typeid(*object) == typeid(FileObject)) {
+    const KernelObject* const found = object.get();
+    if (found != nullptr && typeid(*found) == typeid(FileObject)) {
         return ObjectRef<FileObject>(static_cast<FileObject*>(object.release()));
     }
     SetLastError(ERROR_INVALID_HANDLE);

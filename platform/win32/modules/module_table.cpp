@@ -56,6 +56,15 @@ const link_map* MapOf(void* shared_object) {
     return dlinfo(shared_object, RTLD_DI_LINKMAP, &map) == 0 ? map : nullptr;
 }
 
+// Where the linker has found a library that it was told to open as `file`.
+std::string PathOf(void* shared_object, const std::string& file) {
+    char folder[PATH_MAX] = {};
+    if (file.find('/') != std::string::npos || dlinfo(shared_object, RTLD_DI_ORIGIN, folder) != 0) {
+        return Canonical(file);
+    }
+    return Canonical(std::string(folder) + "/" + file);
+}
+
 // Why the linker refused: a file that is there and is a library for this machine wants another that is not.
 DWORD ErrorOfLinker(const std::string& file) {
     const std::optional<std::vector<std::byte>> bytes = file.find('/') == std::string::npos ? std::nullopt : ReadModuleFile(file);
@@ -145,8 +154,7 @@ std::shared_ptr<Module> Module::OpenShared(const std::string& file, std::u16stri
         SetLastError(ErrorOfLinker(file));
         return nullptr;
     }
-    const link_map* const map = MapOf(module->shared_object_);
-    module->native_path_ = map == nullptr ? file : Canonical(map->l_name);
+    module->native_path_ = PathOf(module->shared_object_, file);
     return module;
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
-// The children that CreateProcessW has started and whose end has not been collected. Collecting it frees the process number, so that
-// waits until the last handle is closed; a child that runs longer is collected when another one is started.
+// The children that CreateProcessW has started and whose end has not been collected. Collecting it frees the process number, so
+// that waits until the last handle is closed; a child that runs longer is collected when another one is started.
 
 #include <sys/types.h>
 

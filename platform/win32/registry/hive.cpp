@@ -153,15 +153,22 @@ LSTATUS Hive::Attach() {
     if (!IsThere(file_)) {
         return ERROR_FILE_NOT_FOUND;
     }
+    return OpenFile(false);
+}
+
+LSTATUS Hive::OpenFile(bool create) {
     owner_ = getpid();
-    const int opened = database_.Open(file_, false);
-    const LSTATUS status = opened == SQLITE_OK ? CheckSchema() : ErrorFromSqlite(opened);
+    LSTATUS status = ErrorFromSqlite(database_.Open(file_, create));
+    if (status == ERROR_SUCCESS) {
+        status = create ? CreateSchema() : CheckSchema();
+    }
     if (status != ERROR_SUCCESS) {
         Detach();
     }
     return status;
 }
 
+// Under the folder's lock only.
 LSTATUS Hive::CreateSchema() {
     int result = database_.Execute("PRAGMA journal_mode = WAL");
     if (result == SQLITE_OK) {
@@ -189,15 +196,7 @@ LSTATUS Hive::AttachForWriting() {
     }
     const FolderLock lock(folder);
     status = Attach();  // another process may have been faster
-    if (status != static_cast<LSTATUS>(ERROR_FILE_NOT_FOUND)) {
-        return status;
-    }
-    const int opened = database_.Open(file_, true);
-    status = opened == SQLITE_OK ? CreateSchema() : ErrorFromSqlite(opened);
-    if (status != ERROR_SUCCESS) {
-        Detach();
-    }
-    return status;
+    return status == static_cast<LSTATUS>(ERROR_FILE_NOT_FOUND) ? OpenFile(true) : status;
 }
 
 LSTATUS Hive::Child(KeyId parent, std::u16string_view name, KeyId& key) {

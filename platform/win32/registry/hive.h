@@ -43,6 +43,7 @@ private:
     // All below: call with mutex_ held.
     LSTATUS Attach();
     LSTATUS AttachForWriting();
+    LSTATUS OpenFile(bool create);
     LSTATUS CheckSchema();
     LSTATUS CreateSchema();
     void Detach() noexcept;

@@ -9,8 +9,8 @@ namespace kawin {
 
 enum class Reset : std::uint32_t { Auto, Manual };
 
-// Safe from every thread and process. A process that is killed while it waits leaves a count behind; that costs a wake-up call per
-// signal, and an auto-reset event may then keep one signal more than it should, but no signal is lost.
+// Safe from every thread and process. A process that is killed while it waits leaves a count behind; that costs a wake-up call
+// per signal, and an auto-reset event may then keep one signal more than it should, but no signal is lost.
 class EventState {
 public:
     EventState() = default;
@@ -30,7 +30,8 @@ private:
     void SetManual() noexcept;
     void AddSignal() noexcept;
 
-    // Manual: lowest bit signalled, above it the number of Set calls. Auto: low half signals to be taken, high half waiting takers.
+    // Manual: lowest bit signalled, above it the number of Set calls. Auto: low half signals to be taken, high half waiting
+    // takers.
     FutexWord word_{0};
     std::atomic<std::uint32_t> onlookers_{0};  // threads to be woken that word_ does not count
     std::atomic<std::uint32_t> reset_{0};

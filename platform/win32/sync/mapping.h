@@ -14,10 +14,10 @@ constexpr DWORD FILE_MAP_READ = 0x0004;
 constexpr DWORD FILE_MAP_ALL_ACCESS = 0x000F001F;
 constexpr DWORD ERROR_MAPPED_ALIGNMENT = 1132;
 
-// New memory of the given size, all zero, or the memory that already has the name (last error ERROR_ALREADY_EXISTS, else 0; its own
-// size counts). `file` must be INVALID_HANDLE_VALUE: files are not mapped. `protect` is PAGE_READWRITE or PAGE_READONLY, which
-// allows only views for reading; SEC_COMMIT may be added. Null on failure: ERROR_INVALID_PARAMETER for a size of 0 and other
-// flags, ERROR_INVALID_HANDLE for a file, ERROR_DISK_FULL or ERROR_NOT_ENOUGH_MEMORY when there is not that much.
+// New memory of the given size, all zero, or the memory that already has the name (last error ERROR_ALREADY_EXISTS, else 0; its
+// own size counts). `file` must be INVALID_HANDLE_VALUE: files are not mapped. `protect` is PAGE_READWRITE or PAGE_READONLY,
+// which allows only views for reading; SEC_COMMIT may be added. Null on failure: ERROR_INVALID_PARAMETER for a size of 0 and
+// other flags, ERROR_INVALID_HANDLE for a file, ERROR_DISK_FULL or ERROR_NOT_ENOUGH_MEMORY when there is not that much.
 KADATA_API HANDLE CreateFileMappingW(HANDLE file, LPSECURITY_ATTRIBUTES security, DWORD protect, DWORD size_high, DWORD size_low,
                                      LPCWSTR name) noexcept;
 

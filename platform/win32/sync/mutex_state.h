@@ -8,8 +8,8 @@
 
 namespace kawin {
 
-// A robust mutex of the C library with what the system's has beyond it: an owner who may take it again and is known. It must not move or
-// go away while a thread of this process owns it, because the thread's list of robust mutexes leads through it.
+// A robust mutex of the C library with what the system's has beyond it: an owner who may take it again and is known. It must not
+// move or go away while a thread of this process owns it, because the thread's list of robust mutexes leads through it.
 class MutexState {
 public:
     MutexState() = default;

@@ -15,7 +15,7 @@ static_assert(sizeof(MutexState) <= SharedBlock::kSmallBody);
 
 class MutexObject final : public Waitable {
 public:
-    MutexObject() : own_(new MutexState), state_(*own_), reach_(Reach::Process) { state_.Initialize(); }
+    MutexObject() : own_(std::make_shared<MutexState>()), state_(*own_), reach_(Reach::Process) { state_.Initialize(); }
     explicit MutexObject(BlockRef block)
         : block_(std::move(block)), state_(*static_cast<MutexState*>(block_->Body())), reach_(Reach::Machine) {}
     ~MutexObject() override;
@@ -36,7 +36,7 @@ public:
 private:
     bool IsLastOfBlock() const noexcept { return block_ == nullptr || block_.use_count() == 1; }
 
-    std::unique_ptr<MutexState> own_;  // or
+    std::shared_ptr<MutexState> own_;  // or
     BlockRef block_;                   // who holds the state
     MutexState& state_;
     Reach reach_;
@@ -47,13 +47,8 @@ private:
 MutexObject::~MutexObject() {
     while (IsLastOfBlock() && Unlock()) {
     }
-    if (!IsLastOfBlock() || !state_.IsOwnedInThisProcess()) {
-        return;
-    }
-    if (block_ == nullptr) {
-        static_cast<void>(own_.release());
-    } else {
-        KeepForEver(block_);
+    if (IsLastOfBlock() && state_.IsOwnedInThisProcess()) {
+        KeepForEver(block_ != nullptr ? std::shared_ptr<void>(block_) : own_);
     }
 }
 

@@ -145,7 +145,7 @@ std::optional<ObjectName> ParseName(LPCWSTR name) {
 struct Registry {
     std::mutex mutex;
     std::unordered_map<std::string, std::weak_ptr<SharedBlock>> blocks;  // by path; guarded by mutex
-    std::vector<BlockRef> kept;                                          // guarded by mutex
+    std::vector<std::shared_ptr<void>> kept;                             // guarded by mutex
 };
 
 // Never destroyed: handles may be closed while the process ends.
@@ -335,10 +335,10 @@ bool IsUnnamed(LPCWSTR name) noexcept {
     return name == nullptr || *name == 0;
 }
 
-void KeepForEver(BlockRef block) {
+void KeepForEver(std::shared_ptr<void> memory) {
     Registry& registry = TheRegistry();
     const std::lock_guard lock(registry.mutex);
-    registry.kept.push_back(std::move(block));
+    registry.kept.push_back(std::move(memory));
 }
 
 }  // namespace kawin

@@ -53,8 +53,8 @@ KADATA_API DWORD WaitForSingleObject(HANDLE handle, DWORD milliseconds) noexcept
 // The same; nothing here queues calls to a thread, so an alertable wait is as any other and never WAIT_IO_COMPLETION.
 KADATA_API DWORD WaitForSingleObjectEx(HANDLE handle, DWORD milliseconds, BOOL alertable) noexcept;
 
-// Waits for one of `count` objects (the lowest signalled index is added to WAIT_OBJECT_0 or WAIT_ABANDONED_0), or with `all` until
-// all are signalled at the same time, and takes them only then. ERROR_INVALID_PARAMETER for 0 or more than MAXIMUM_WAIT_OBJECTS
-// handles, and with `all` for the same handle twice. A process among several objects, and a mutex whose owner dies, is noticed
-// within 15 ms; all else at once.
+// Waits for one of `count` objects (the lowest signalled index is added to WAIT_OBJECT_0 or WAIT_ABANDONED_0), or with `all`
+// until all are signalled at the same time, and takes them only then. ERROR_INVALID_PARAMETER for 0 or more than
+// MAXIMUM_WAIT_OBJECTS handles, and with `all` for the same handle twice. A process among several objects, and a mutex whose
+// owner dies, is noticed within 15 ms; all else at once.
 KADATA_API DWORD WaitForMultipleObjects(DWORD count, const HANDLE* handles, BOOL all, DWORD milliseconds) noexcept;

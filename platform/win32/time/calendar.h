@@ -9,7 +9,7 @@
 
 namespace kawin {
 
-constexpr LONGLONG kTicksPerSecond = 10'000'000;      // of a FILETIME
+constexpr LONGLONG kTicksPerSecond = 10'000'000;       // of a FILETIME
 constexpr LONGLONG kSecondsFrom1601 = 11'644'473'600;  // to 1970
 constexpr LONGLONG kSecondsPerDay = 86'400;
 

@@ -55,13 +55,12 @@ FILETIME FileTimeNow() noexcept {
 }  // namespace kawin
 
 void GetSystemTime(LPSYSTEMTIME time) noexcept {
-    *time = kawin::DateNow(kawin::universal_second,
-                           [](LONGLONG second) { return kawin::DateOf(second, 0).value_or(SYSTEMTIME{}); });
+    *time =
+        kawin::DateNow(kawin::universal_second, [](LONGLONG second) { return kawin::DateOf(second, 0).value_or(SYSTEMTIME{}); });
 }
 
 void GetLocalTime(LPSYSTEMTIME time) noexcept {
-    *time = kawin::DateNow(kawin::local_second,
-                           [](LONGLONG second) { return kawin::ToSystemTime(kawin::LocalTm(second), 0); });
+    *time = kawin::DateNow(kawin::local_second, [](LONGLONG second) { return kawin::ToSystemTime(kawin::LocalTm(second), 0); });
 }
 
 void GetSystemTimeAsFileTime(LPFILETIME time) noexcept {

@@ -41,7 +41,8 @@ BOOL SystemTimeToFileTime(const SYSTEMTIME* time, LPFILETIME file_time) noexcept
     if (!seconds) {
         return kawin::Fail(ERROR_INVALID_PARAMETER);
     }
-    *file_time = kawin::ToFileTime((*seconds + kawin::kSecondsFrom1601) * kawin::kTicksPerSecond + time->wMilliseconds * 10'000LL);
+    *file_time =
+        kawin::ToFileTime((*seconds + kawin::kSecondsFrom1601) * kawin::kTicksPerSecond + time->wMilliseconds * 10'000LL);
     return TRUE;
 }
 

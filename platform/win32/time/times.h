@@ -8,7 +8,8 @@
 #include "../base/types.h"
 
 // Local time = UTC - (Bias + StandardBias or DaylightBias), in minutes. A change date has wYear 0, then wDay is the week of
-// the month (5: the last) and wDayOfWeek its day, or a year, then it is a date of that year only; wMonth 0 means no daylight time.
+// the month (5: the last) and wDayOfWeek its day, or a year, then it is a date of that year only; wMonth 0 means no daylight
+// time.
 struct TIME_ZONE_INFORMATION {
     LONG Bias;
     WCHAR StandardName[32];

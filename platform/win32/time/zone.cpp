@@ -9,7 +9,7 @@
 namespace kawin {
 namespace {
 
-constinit std::atomic<LONGLONG> looked_up_at{-1};          // the second, and
+constinit std::atomic<LONGLONG> looked_up_at{-1};  // the second, and
 constinit std::atomic<unsigned> looked_up_for{0};  // EnvironmentChanges of the last look
 
 // The caller holds the environment's mutex.

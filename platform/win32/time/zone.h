@@ -11,7 +11,8 @@ namespace kawin {
 // Local time with tm_gmtoff, tm_isdst and tm_zone. All zero when the year cannot be expressed.
 std::tm LocalTm(LONGLONG seconds) noexcept;
 
-// The two offsets from UTC, in seconds, that hold before and after the change that is next to a local time; equal when none is near.
+// The two offsets from UTC, in seconds, that hold before and after the change that is next to a local time; equal when none is
+// near.
 struct Offsets {
     LONGLONG before;
     LONGLONG after;

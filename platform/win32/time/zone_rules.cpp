@@ -177,11 +177,13 @@ DWORD DescribeZone(TIME_ZONE_INFORMATION& zone) {
 }  // namespace
 }  // namespace kawin
 
-BOOL SystemTimeToTzSpecificLocalTime(const TIME_ZONE_INFORMATION* zone, const SYSTEMTIME* universal, LPSYSTEMTIME local) noexcept {
+BOOL SystemTimeToTzSpecificLocalTime(const TIME_ZONE_INFORMATION* zone, const SYSTEMTIME* universal,
+                                     LPSYSTEMTIME local) noexcept {
     return kawin::ConvertDate(*universal, *local, [zone](LONGLONG seconds) { return kawin::ToLocal(zone, seconds); });
 }
 
-BOOL TzSpecificLocalTimeToSystemTime(const TIME_ZONE_INFORMATION* zone, const SYSTEMTIME* local, LPSYSTEMTIME universal) noexcept {
+BOOL TzSpecificLocalTimeToSystemTime(const TIME_ZONE_INFORMATION* zone, const SYSTEMTIME* local,
+                                     LPSYSTEMTIME universal) noexcept {
     return kawin::ConvertDate(*local, *universal, [zone](LONGLONG seconds) { return kawin::FromLocal(zone, seconds); });
 }
 
