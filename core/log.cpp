@@ -4,14 +4,16 @@
 #include <mutex>
 #include <thread>
 
+#include "log_text.h"
+
 constinit std::atomic<DWORD> CLog::m_dwLogStatus{0};
 constinit std::atomic<CLogFile*> CLog::m_pLogFile{nullptr};
 constinit std::atomic<BOOL> CLog::m_bInitialized{FALSE};
 
 namespace {
 
-constinit std::mutex creation;                  // one thread makes the log file object
-constinit std::atomic<unsigned> printing{0};    // prints under way; Destroy waits for them
+constinit std::mutex creation;                // one thread makes the log file object
+constinit std::atomic<unsigned> printing{0};  // prints under way; Destroy waits for them
 
 class PrintScope {
 public:
@@ -24,7 +26,8 @@ public:
 constexpr TCHAR kMessageEnd[] = _T("\r\n\r\n");  // an empty line behind every message
 
 bool HasBareLineFeed(std::basic_string_view<TCHAR> text) {
-    for (std::size_t at = text.find(_T('\n')); at != text.npos; at = text.find(_T('\n'), at + 1)) {
+    using log_text::FindLineFeed;
+    for (std::size_t at = FindLineFeed(text, 0); at != text.npos; at = FindLineFeed(text, at + 1)) {
         if (at == 0 || text[at - 1] != _T('\r')) {
             return true;
         }
@@ -35,11 +38,7 @@ bool HasBareLineFeed(std::basic_string_view<TCHAR> text) {
 // A message as it is printed most of the time: tag, text and end without a trip to the heap.
 class Message {
 public:
-    void Append(LPCTSTR text) {
-        while (*text != 0 && m_length < CAPACITY) {
-            m_text[m_length++] = *text++;
-        }
-    }
+    void Append(std::basic_string_view<TCHAR> text) { m_length += text.copy(m_text + m_length, CAPACITY - m_length); }
     void AppendFormat(LPCTSTR format, const afx::FormatArg* args, std::size_t count) {
         m_length += afx::FormatInto(m_text + m_length, CLog::MAX_TEXT + 1, format, args, count);
     }

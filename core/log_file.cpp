@@ -8,6 +8,7 @@
 #include <new>
 
 #include "log_share.h"
+#include "log_text.h"
 
 static_assert(std::endian::native == std::endian::little, "log files are UTF-16LE and written from memory as they stand");
 
@@ -36,6 +37,12 @@ CLogFile::SOptions BesideExecutable() {
     CLogFile::SOptions options;
     options.m_strFolder = CDirectory::Concat(CDirectory::GetExePath(), _T("SERVICE\\LOG-FILES"));
     return options;
+}
+
+CString ProcessText(DWORD thread) {
+    CString text;
+    text.Format(_T("P%4u.%4u "), GetCurrentProcessId(), thread);
+    return text;
 }
 
 __time64_t SystemClock() {
@@ -126,42 +133,46 @@ void CLogFile::BuildRecord(View text) {
 }
 
 std::ptrdiff_t CLogFile::FindNextCRLF(View text) {
-    const std::size_t found = text.find(kLineEnd);
-    return found == View::npos ? -1 : static_cast<std::ptrdiff_t>(found);
+    std::size_t feed = log_text::FindLineFeed(text, 0);
+    while (feed != View::npos && (feed == 0 || text[feed - 1] != _T('\r'))) {
+        feed = log_text::FindLineFeed(text, feed + 1);
+    }
+    return feed == View::npos ? -1 : static_cast<std::ptrdiff_t>(feed) - 1;
 }
 
 View CLogFile::BuildLineHeader(BOOL continuation) {
-    m_strHeader = m_strTime;
-    if ((m_dwFlags & HEADER_PROCESS) != 0) {
-        TCHAR numbers[32];
-        const afx::FormatArg args[] = {afx::FormatArg(GetCurrentProcessId()), afx::FormatArg(GetCurrentThreadId())};
-        const std::size_t length = afx::FormatInto(numbers, std::size(numbers), _T("P%4u.%4u "), args, std::size(args));
-        m_strHeader.append(m_strHeader.empty() ? 0 : 1, _T(' ')).append(numbers, length);
+    const DWORD thread = GetCurrentThreadId();
+    if (m_bHeaderStale || thread != m_dwHeaderThread) {
+        m_strHeader = m_strTime;
+        if ((m_dwHeaderFlags & HEADER_PROCESS) != 0) {
+            m_strHeader.append(m_strHeader.empty() ? 0 : 1, _T(' ')).append(ProcessText(thread).View());
+        }
+        m_strHeader.append(m_strHeader.empty() ? 0 : 1, _T(' '));
+        m_strBlankHeader.assign(m_strHeader.size(), _T(' '));
+        m_dwHeaderThread = thread;
+        m_bHeaderStale = false;
     }
-    m_strHeader.append(m_strHeader.empty() ? 0 : 1, _T(' '));
-    if (continuation) {
-        m_strHeader.assign(m_strHeader.size(), _T(' '));
-    }
-    return m_strHeader;
+    return continuation ? m_strBlankHeader : m_strHeader;
 }
 
 // Date and time have no smaller part than a second. True when a new one has begun.
 bool CLogFile::RefreshTimeText() {
     const __time64_t now = m_pfnClock();
-    const DWORD flags = m_dwFlags & (HEADER_DATE | HEADER_TIME);
-    if (now == m_tHeader && flags == m_dwTimeFlags) {
+    const DWORD flags = m_dwFlags;
+    if (now == m_tHeader && flags == m_dwHeaderFlags) {
         return false;
     }
     const CTime time(now);
     m_strTime.clear();
     if ((flags & HEADER_DATE) != 0) {
-        m_strTime += time.Format(_T("%Y-%m-%d; ")).GetString();
+        m_strTime += time.Format(_T("%Y-%m-%d; ")).View();
     }
     if ((flags & HEADER_TIME) != 0) {
-        m_strTime.append(m_strTime.empty() ? 0 : 1, _T(' ')).append(time.Format(_T("%H:%M:%S; ")).GetString());
+        m_strTime.append(m_strTime.empty() ? 0 : 1, _T(' ')).append(time.Format(_T("%H:%M:%S; ")).View());
     }
     m_tHeader = now;
-    m_dwTimeFlags = flags;
+    m_dwHeaderFlags = flags;
+    m_bHeaderStale = true;
     return true;
 }
 
@@ -174,13 +185,10 @@ void CLogFile::WriteRecord() {
     m_bTorn = !written;
 }
 
-// One call to the system, wherever the file ends by now.
+// One call to the system.
 BOOL CLogFile::Append(const void* bytes, std::size_t count) {
-    OVERLAPPED atEnd = {};
-    atEnd.Offset = MAXDWORD;
-    atEnd.OffsetHigh = MAXDWORD;
     DWORD written = 0;
-    const BOOL done = WriteFile(m_hFile, bytes, static_cast<DWORD>(count), &written, &atEnd) && written == count;
+    const BOOL done = WriteFile(m_hFile, bytes, static_cast<DWORD>(count), &written, nullptr) && written == count;
     m_dwFileSize = done ? m_dwFileSize + written : RealSize();
     return done;
 }

@@ -104,8 +104,9 @@ CString CLogFile::ChooseFile() {
 
 BOOL CLogFile::OpenFile(const CString& path) {
     const DWORD attributes = FILE_ATTRIBUTE_NORMAL | ((m_dwFlags & WRITE_THROUGH) != 0 ? FILE_FLAG_WRITE_THROUGH : 0U);
-    m_hFile = CreateFileW(path, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_ALWAYS, attributes,
-                          nullptr);
+    // Without the right to write elsewhere the system puts every write at the end, wherever that is by then.
+    m_hFile = CreateFileW(path, GENERIC_READ | FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_ALWAYS,
+                          attributes, nullptr);
     if (!IsOpen()) {
         return FALSE;
     }
@@ -113,7 +114,10 @@ BOOL CLogFile::OpenFile(const CString& path) {
     m_dwFileSize = RealSize();
     if (m_dwFileSize == 0) {
         const std::basic_string<TCHAR> header = BuildFileHeader();
-        Append(header.data(), header.size() * sizeof(TCHAR));
+        if (!Append(header.data(), header.size() * sizeof(TCHAR))) {
+            Close();  // no line without a header above it
+            return FALSE;
+        }
     } else {
         EndTornLine();
     }

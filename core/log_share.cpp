@@ -7,8 +7,8 @@ constexpr DWORD kMutexWait = 1000;  // milliseconds
 
 // A number for the folder that is the same in every process, however its path was written. 0 when it cannot be asked.
 ULONGLONG IdentityOf(const CString& folder, DWORD& volume) {
-    const HANDLE handle = CreateFileW(folder, FILE_READ_ATTRIBUTES, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                                      OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+    const HANDLE handle = CreateFileW(folder, FILE_READ_ATTRIBUTES, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                                      nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
     if (handle == INVALID_HANDLE_VALUE) {
         return 0;
     }

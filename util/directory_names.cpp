@@ -58,10 +58,12 @@ PathParts Split(const CString& path) {
     return {CString(drive) + folder.c_str(), CString(name.c_str()), CString(extension.c_str())};
 }
 
+// Empty when it is not set.
 CString EnvironmentValue(const CString& name) {
-    std::basic_string<TCHAR> value(kLongestText, 0);
-    const DWORD length = GetEnvironmentVariableW(name, value.data(), kLongestText);
-    return length < kLongestText ? CString(value.data(), static_cast<int>(length)) : CString();
+    const DWORD room = GetEnvironmentVariableW(name, nullptr, 0);
+    std::basic_string<TCHAR> value(room, 0);
+    const DWORD length = room == 0 ? 0 : GetEnvironmentVariableW(name, value.data(), room);
+    return length < room ? CString(value.data(), static_cast<int>(length)) : CString();
 }
 
 // False when there is nothing left to replace, or it must not be.

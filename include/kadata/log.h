@@ -2,9 +2,10 @@
 
 // The log: one rolling set of text files, written by every process of the workstation.
 //
-// A host sets the limits once with CLog::SetLogConfig and then prints; before that nothing is logged. Everything here may be called
-// from every thread. Lines of several processes in one folder do not mix, because each message is written in one piece under the
-// named mutex "MUTEX_TARVO_LOGFILE". Failures are silent by contract: a log that cannot be written costs its message, never the host.
+// A host sets the limits once with CLog::SetLogConfig and then prints; before that nothing is logged. Everything here may be
+// called from every thread. Lines of several processes in one folder do not mix, because each message is written in one piece
+// under the named mutex "MUTEX_TARVO_LOGFILE". Failures are silent by contract: a log that cannot be written costs its message,
+// never the host.
 
 #include <afx.h>
 #include <afxmt.h>
@@ -80,14 +81,14 @@ class CLogShare;
 // The log files of one folder: TARVO000.log to TARVO999.log, UTF-16LE, used in a ring.
 //
 // A file that has reached the size limit is followed by the next number; a message is never split between two files. When as many
-// files exist as the limit allows, the oldest are deleted before another is used, a file that another process holds open excepted.
-// CLog has an object of its own; GetInstance serves code that writes without a category.
+// files exist as the limit allows, the oldest are deleted before another is used, a file that another process holds open
+// excepted. CLog has an object of its own; GetInstance serves code that writes without a category.
 class KADATA_API CLogFile {
 public:
     enum EFlags : DWORD {
         HEADER_TIME = 1,
         HEADER_DATE = 2,
-        HEADER_PROCESS = 4,   // process and thread number
+        HEADER_PROCESS = 4,  // process and thread number
         WRITE_THROUGH = 16,  // each message is on the disk before PrintCore returns
     };
 
@@ -103,8 +104,8 @@ public:
         __time64_t (*m_pfnClock)() = nullptr;
     };
 
-    // The folder "SERVICE\LOG-FILES" beside the executable, the other options as above. Nothing is opened before the first message.
-    // Throws CAtlException when the system cannot give it a critical section.
+    // The folder "SERVICE\LOG-FILES" beside the executable, the other options as above. Nothing is opened before the first
+    // message. Throws CAtlException when the system cannot give it a critical section.
     CLogFile();
     // For a log of the host's own in another folder, which is made when it is missing.
     explicit CLogFile(const SOptions& options);
@@ -116,8 +117,8 @@ public:
     static CLogFile* GetInstance();
     static BOOL HasInstance();
 
-    // Writes one message. Its lines end in "\r\n"; a rest without that is written as a line too. The first line gets the line header,
-    // every further one blanks of the same width, an empty one nothing. Null and empty texts write nothing.
+    // Writes one message. Its lines end in "\r\n"; a rest without that is written as a line too. The first line gets the line
+    // header, every further one blanks of the same width, an empty one nothing. Null and empty texts write nothing.
     void PrintCore(LPCTSTR text);
 
 protected:
@@ -162,19 +163,22 @@ private:
     std::atomic<DWORD> m_dwFlags;
     CCriticalSection m_lock;
     DWORD m_dwFileSize = 0;
-    std::atomic<DWORD> m_dwMaxFileSize;   // the limits are set without the lock
+    std::atomic<DWORD> m_dwMaxFileSize;  // the limits are set without the lock
     std::atomic<DWORD> m_dwMaxFileCount;
 
     __time64_t (*const m_pfnClock)();
-    __time64_t m_tHeader = -1;                    // second of m_strTime
-    std::basic_string<TCHAR> m_strTime;           // the header's date and time
-    DWORD m_dwTimeFlags = 0;                      // flags that m_strTime was made with
-    std::basic_string<TCHAR> m_strHeader;         // header of the message being written
-    std::basic_string<TCHAR> m_strRecord;         // its lines
-    CString m_strPath;                            // of the file that was current last, empty when that is not known
-    DWORD m_dwGeneration = 0;                     // of the choice of file that this object follows
-    bool m_bTorn = false;                         // the last write of this object did not get through
-    std::unique_ptr<CLogShare> m_pShare;          // what the processes know of each other
+    __time64_t m_tHeader = -1;  // second and flags of m_strTime, the header's date and time
+    DWORD m_dwHeaderFlags = 0;
+    std::basic_string<TCHAR> m_strTime;
+    DWORD m_dwHeaderThread = 0;  // thread of m_strHeader
+    bool m_bHeaderStale = true;  // m_strTime has changed since
+    std::basic_string<TCHAR> m_strHeader;
+    std::basic_string<TCHAR> m_strBlankHeader;  // for continuation lines
+    std::basic_string<TCHAR> m_strRecord;       // its lines
+    CString m_strPath;                          // of the file that was current last, empty when that is not known
+    DWORD m_dwGeneration = 0;                   // of the choice of file that this object follows
+    bool m_bTorn = false;                       // the last write of this object did not get through
+    std::unique_ptr<CLogShare> m_pShare;        // what the processes know of each other
 };
 
 // The process's log settings and its front end.
