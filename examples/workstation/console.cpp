@@ -11,8 +11,8 @@ namespace {
 
 std::string Utf8(const CString& text) {
     std::string bytes(static_cast<std::size_t>(text.GetLength()) * 3, '\0');
-    const int length = WideCharToMultiByte(CP_UTF8, 0, text, text.GetLength(), bytes.data(), static_cast<int>(bytes.size()), nullptr,
-                                           nullptr);
+    const int length =
+        WideCharToMultiByte(CP_UTF8, 0, text, text.GetLength(), bytes.data(), static_cast<int>(bytes.size()), nullptr, nullptr);
     bytes.resize(static_cast<std::size_t>(length));
     return bytes;
 }
@@ -63,13 +63,14 @@ void PrintFiles(const SImport& import) {
 
 void PrintPatients(const SImport& import, bool all) {
     PrintLine(_T("Number    Surname             First name          Birthday    Remarks"));
-    PrintLine(_T("--------  ------------------  ------------------  ----------  ------------------------------------------------"));
+    PrintLine(
+        _T("--------  ------------------  ------------------  ----------  ------------------------------------------------"));
     for (const SImported& imported : import.patients) {
         if (all || !imported.remarks.empty()) {
             const CPatient& patient = imported.patient;
             const CString line = Column(patient.GetExtID(), 8) + _T("  ") + Column(patient.GetName(), 18) + _T("  ") +
-                                 Column(patient.GetFirstName(), 18) + _T("  ") + Column(patient.GetBirthDayString(), 10) + _T("  ") +
-                                 Joined(imported.remarks);
+                                 Column(patient.GetFirstName(), 18) + _T("  ") + Column(patient.GetBirthDayString(), 10) +
+                                 _T("  ") + Joined(imported.remarks);
             PrintLine(CString(line).TrimRight());
         }
     }
@@ -81,16 +82,18 @@ void PrintSummary(const SImport& import, int different, const CString& archivePa
     for (const SImportedFile& file : import.files) {
         damaged += file.damaged;
     }
-    const auto clean = std::count_if(import.patients.begin(), import.patients.end(), [](const SImported& i) { return i.remarks.empty(); });
+    const auto clean =
+        std::count_if(import.patients.begin(), import.patients.end(), [](const SImported& i) { return i.remarks.empty(); });
     CString line;
     line.Format(_T("%d patients from %d files: %d as they came, %d with remarks; %d damaged records left out."),
                 static_cast<int>(import.patients.size()), static_cast<int>(import.files.size()), static_cast<int>(clean),
                 static_cast<int>(import.patients.size()) - static_cast<int>(clean), damaged);
     PrintLine(line);
     PrintLine(_T("One of them as a folder name: ") + import.patients.front().patient.GetDirectoryName());
-    PrintLine(_T("Written:  ") + archivePath);
-    PrintLine(_T("          ") + recordsPath);
-    PrintLine(different == 0 ? CString(_T("Read back: every patient is the same.")) : CString(_T("Read back: NOT the same, see the log.")));
+    PrintLine(_T("Written:  ") + CDirectory::FullPath(archivePath));
+    PrintLine(_T("          ") + CDirectory::FullPath(recordsPath));
+    PrintLine(different == 0 ? CString(_T("Read back: every patient is the same."))
+                             : CString(_T("Read back: NOT the same, see the log.")));
     PrintLine(_T("Log:      ") + CDirectory::Concat(CDirectory::GetExePath(), _T("SERVICE\\LOG-FILES")));
     PrintLine(_T("Tooth library: ") + CDirectory::GetToothLibPath());
 }

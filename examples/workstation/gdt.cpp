@@ -133,7 +133,8 @@ SGdtFile ReadGdt(std::string_view bytes) {
     for (int number = 1; !bytes.empty(); ++number) {
         const std::optional<SLine> line = Parse(TakeLine(bytes));
         if (!line) {
-            file.problems.push_back({number, record || between ? _T("damaged line, its record is left out") : _T("not a GDT line")});
+            file.problems.push_back(
+                {number, record || between ? _T("damaged line, its record is left out") : _T("not a GDT line")});
             file.damaged += record || !between ? 1 : 0;
             record.reset();
             between = true;

@@ -2,9 +2,9 @@
 
 // Reader for GDT 2.1, the exchange of German practice systems.
 //
-// A file is a row of lines: three digits of length (of the whole line with its CR LF), four digits of field number, content, CR LF.
-// Field 8000 begins a record; the patient's master data are record kind 6301. Field 9206 names the character set of its record:
-// 1 seven-bit, 2 code page 437 (also when it is missing), 3 code page 1252.
+// A file is a row of lines: three digits of length (of the whole line with its CR LF), four digits of field number, content, CR
+// LF. Field 8000 begins a record; the patient's master data are record kind 6301. Field 9206 names the character set of its
+// record: 1 seven-bit, 2 code page 437 (also when it is missing), 3 code page 1252.
 
 #include <afx.h>
 
@@ -12,7 +12,7 @@
 #include <vector>
 
 struct SGdtPatient {
-    int line = 0;  // of the file, where the record begins; 1 is the first
+    int line = 0;       // of the file, where the record begins; 1 is the first
     CString number;     // 3000
     CString surname;    // 3101
     CString firstName;  // 3102

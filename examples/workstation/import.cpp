@@ -54,10 +54,12 @@ void TakeBirthday(const CString& text, SImported& imported) {
     }
 }
 
-void RemarkCut(const CString& text, const CString& stored, LPCTSTR field, SImported& imported) {
+void RemarkLoss(const CString& text, const CString& stored, LPCTSTR field, SImported& imported) {
     if (text != stored) {
+        const bool cut = stored.GetLength() < text.GetLength();
         CString remark;
-        remark.Format(_T("%s does not fit the exchange record"), field);
+        remark.Format(_T("%s %s"), field,
+                      cut ? _T("is cut in the exchange record") : _T("has signs that the exchange record cannot hold"));
         imported.remarks.push_back(remark);
     }
 }
@@ -66,9 +68,9 @@ void CompareWithRecord(SImported& imported) {
     tagTPATIENT record;
     imported.patient.ConvertToTPatient(&record);
     const CPatient stored(record);
-    RemarkCut(imported.patient.GetName(), stored.GetName(), _T("surname"), imported);
-    RemarkCut(imported.patient.GetFirstName(), stored.GetFirstName(), _T("first name"), imported);
-    RemarkCut(imported.patient.GetExtID(), stored.GetExtID(), _T("external id"), imported);
+    RemarkLoss(imported.patient.GetName(), stored.GetName(), _T("surname"), imported);
+    RemarkLoss(imported.patient.GetFirstName(), stored.GetFirstName(), _T("first name"), imported);
+    RemarkLoss(imported.patient.GetExtID(), stored.GetExtID(), _T("external id"), imported);
 }
 
 SImportedFile ImportFile(const CString& folder, const CString& name, std::vector<SImported>& patients) {

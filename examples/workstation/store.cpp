@@ -59,7 +59,8 @@ int CompareStored(const std::vector<SImported>& patients, const std::vector<CPat
         const bool inRecords = i < records.size() && std::memcmp(&records[i], &expected, sizeof(expected)) == 0;
         if (!inArchive || !inRecords) {
             ++different;
-            CLog::Print(CLogError(CLogError::INFO), _T("%s(%d): stored otherwise than imported"), patients[i].file, patients[i].line);
+            CLog::Print(CLogError(CLogError::INFO), _T("%s(%d): stored otherwise than imported"), patients[i].file,
+                        patients[i].line);
         }
     }
     return different + (archived.size() != patients.size() ? 1 : 0) + (records.size() != patients.size() ? 1 : 0);

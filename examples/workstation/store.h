@@ -13,4 +13,5 @@ void WriteRecords(const CString& path, const std::vector<SImported>& patients);
 std::vector<tagTPATIENT> ReadRecords(const CString& path);
 
 // How many of the patients are not found in the files as they were written; each is logged.
-int CompareStored(const std::vector<SImported>& patients, const std::vector<CPatient>& archived, const std::vector<tagTPATIENT>& records);
+int CompareStored(const std::vector<SImported>& patients, const std::vector<CPatient>& archived,
+                  const std::vector<tagTPATIENT>& records);

@@ -2,7 +2,10 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <limits>
 #include <vector>
+
+#include "expect.h"
 
 namespace {
 
@@ -16,16 +19,6 @@ std::vector<int> Content(const CList<int>& list) {
         content.push_back(list.GetNext(at));
     }
     return content;
-}
-
-bool ThrowsInvalidArg(const std::function<void()>& action) {
-    try {
-        action();
-        return false;
-    } catch (CInvalidArgException* e) {
-        e->Delete();
-        return true;
-    }
 }
 
 TEST(Array, AddsInsertsAndRemoves) {
@@ -46,6 +39,9 @@ TEST(Array, AddsInsertsAndRemoves) {
     copy.Copy(array);
     copy.SetSize(1);
     EXPECT_EQ(Content(copy), std::vector<int>{1});
+    copy.InsertAt(0, &copy);
+    copy.InsertAt(3, &copy);
+    EXPECT_EQ(Content(copy), (std::vector<int>{1, 1, 0, 1, 1}));
     array.RemoveAll();
     EXPECT_TRUE(array.IsEmpty());
 }
@@ -54,12 +50,20 @@ TEST(Array, RefusesIndicesOutsideItself) {
     CArray<int> array;
     array.SetSize(3);
     const std::function<void()> actions[] = {
-        [&] { array.GetAt(3); },     [&] { array.GetAt(-1); },       [&] { array.SetAt(3, 1); },    [&] { array.RemoveAt(3); },
-        [&] { array.RemoveAt(2, 2); }, [&] { array.RemoveAt(0, -1); }, [&] { array.InsertAt(-1, 1); }, [&] { array.SetSize(-1); },
+        [&] { array.GetAt(3); },
+        [&] { array.GetAt(-1); },
+        [&] { array.SetAt(3, 1); },
+        [&] { array.RemoveAt(3); },
+        [&] { array.RemoveAt(2, 2); },
+        [&] { array.RemoveAt(0, -1); },
+        [&] { array.InsertAt(-1, 1); },
+        [&] { array.SetSize(-1); },
         [&] { array.SetAtGrow(-1, 1); },
+        [&] { array.SetSize(std::numeric_limits<INT_PTR>::max()); },
+        [&] { array.InsertAt(0, nullptr); },
     };
     for (const auto& action : actions) {
-        EXPECT_TRUE(ThrowsInvalidArg(action));
+        EXPECT_TRUE(test::IsInvalid(action));
     }
     EXPECT_EQ(array.GetSize(), 3);
 }
@@ -70,6 +74,20 @@ TEST(Array, HoldsBooleansThatHaveAddresses) {
     bool& element = array[0];
     element = false;
     EXPECT_FALSE(array.GetAt(0));
+}
+
+TEST(Array, TakesCopiesOfItsOwnElements) {
+    CStringArray array;
+    array.Add(_T("a text that is too long to lie inside the object"));
+    for (int i = 0; i < 100; ++i) {  // far enough to move the elements
+        array.Add(array[0]);
+        array.InsertAt(0, array[i]);
+        array.SetAtGrow(array.GetSize(), array[i]);
+    }
+    EXPECT_EQ(array.GetSize(), 301);
+    for (INT_PTR i = 0; i < array.GetSize(); ++i) {
+        ASSERT_EQ(array[i], array[0]);
+    }
 }
 
 TEST(List, KeepsPositionsWhileNeighboursComeAndGo) {
@@ -104,6 +122,18 @@ TEST(List, LetsTheWalkerRemoveWhatItStandsOn) {
     EXPECT_EQ(list.GetAt(back), 7);
 }
 
+TEST(List, OfObjectsLeavesThemToTheirOwner) {
+    CStringArray first;
+    CStringArray second;
+    CObList list(10);
+    list.AddTail(&first);
+    list.AddTail(&second);
+    EXPECT_EQ(list.GetHead(), &first);
+    EXPECT_EQ(list.RemoveTail(), &second);
+    list.RemoveAll();
+    EXPECT_EQ(list.GetCount(), 0);
+}
+
 TEST(List, FindsFromAPositionOn) {
     CList<int> list;
     for (const int value : {4, 5, 4}) {
@@ -121,9 +151,9 @@ TEST(List, FindsFromAPositionOn) {
 TEST(List, RefusesWhatIsNotThere) {
     CList<int> list;
     POSITION nowhere = nullptr;
-    EXPECT_TRUE(ThrowsInvalidArg([&] { list.GetHead(); }));
-    EXPECT_TRUE(ThrowsInvalidArg([&] { list.RemoveTail(); }));
-    EXPECT_TRUE(ThrowsInvalidArg([&] { list.GetNext(nowhere); }));
+    EXPECT_TRUE(test::IsInvalid([&] { list.GetHead(); }));
+    EXPECT_TRUE(test::IsInvalid([&] { list.RemoveTail(); }));
+    EXPECT_TRUE(test::IsInvalid([&] { list.GetNext(nowhere); }));
 }
 
 }  // namespace

@@ -1,7 +1,12 @@
 #include <afx.h>
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+#include <vector>
+
+#include "support/handles.h"
 #include "support/temp_folder.h"
+#include "support/unprivileged.h"
 
 namespace {
 
@@ -56,6 +61,45 @@ TEST(File, SaysWhyItCannotBeOpened) {
     }
 }
 
+TEST(File, SaysThatRightsAreMissing) {
+    const TempFolder folder;
+    const Text path = folder.Write(_T("file"), "x");
+    SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_READONLY);
+    {
+        const test::UnprivilegedScope scope;
+        CFileException error;
+        CFile file;
+        EXPECT_FALSE(file.Open(path.c_str(), CFile::modeReadWrite, &error));
+        EXPECT_EQ(error.m_cause, CFileException::accessDenied);
+        EXPECT_EQ(error.m_lOsError, static_cast<LONG>(ERROR_ACCESS_DENIED));
+        EXPECT_TRUE(file.Open(path.c_str(), CFile::modeRead));
+    }
+    SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
+}
+
+TEST(File, CreatesEmptiesOrKeeps) {
+    const TempFolder folder;
+    const Text path = folder.Write(_T("file"), "old");
+    CFile file;
+    ASSERT_TRUE(file.Open(path.c_str(), CFile::modeCreate | CFile::modeNoTruncate | CFile::modeWrite));
+    EXPECT_EQ(file.GetLength(), 3U);
+    ASSERT_TRUE(file.Open(path.c_str(), CFile::modeCreate | CFile::modeWrite | CFile::osWriteThrough));  // closes it first
+    EXPECT_EQ(file.GetLength(), 0U);
+    file.Abort();
+    EXPECT_EQ(file.m_hFile, CFile::hFileNull);
+    EXPECT_TRUE(file.GetFilePath().IsEmpty());
+}
+
+TEST(File, LeavesAHandleThatItWasGivenToItsOwner) {
+    const TempFolder folder;
+    const test::Handle handle(CreateFileW(folder.Path(_T("file")).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr));
+    { CFile(handle).Write("ab", 2); }
+    CFile(handle).Write("c", 1);
+    LARGE_INTEGER size = {};
+    EXPECT_TRUE(GetFileSizeEx(handle, &size));
+    EXPECT_EQ(size.QuadPart, 3);
+}
+
 TEST(File, ThrowsByPointerWithCauseAndPath) {
     const TempFolder folder;
     const Text path = folder.Path(_T("missing"));
@@ -89,35 +133,86 @@ TEST(File, KnowsItsStatus) {
     EXPECT_LE(CTime::GetCurrentTime().GetTime() - status.m_mtime.GetTime(), 60);
     EXPECT_FALSE(CFile::GetStatus(folder.Path(_T("missing")).c_str(), status));
     EXPECT_EQ(status.m_size, 5U);
+
+    const FILETIME before1970 = {0, 0x01000000};
+    CFile file(path.c_str(), CFile::modeReadWrite);
+    file.SetLength(9);
+    ASSERT_TRUE(SetFileTime(file.m_hFile, nullptr, nullptr, &before1970));
+    ASSERT_TRUE(file.GetStatus(status));
+    EXPECT_EQ(status.m_size, 9U);
+    EXPECT_EQ(status.m_mtime, CTime());
+    EXPECT_EQ(status.m_szFullName, path.c_str());
+    EXPECT_FALSE(CMemFile().GetStatus(status));
+}
+
+std::string BytesOf(const CMemFile& file) {
+    return {reinterpret_cast<const char*>(file.GetBytes()), static_cast<std::size_t>(file.GetLength())};
 }
 
 TEST(MemFile, GrowsAndFillsGapsWithZeros) {
     CMemFile file(4);
-    file.Seek(3, CFile::begin);
-    file.Write("x", 1);
-    EXPECT_EQ(std::string(reinterpret_cast<const char*>(file.GetBytes()), 4), std::string("\0\0\0x", 4));
-    char byte = 0;
-    file.Seek(100, CFile::begin);
-    EXPECT_EQ(file.Read(&byte, 1), 0U);
+    file.Write("0123456789", 10);
     file.SetLength(2);
-    EXPECT_EQ(file.GetLength(), 2U);
+    EXPECT_EQ(file.GetPosition(), 2U);
+    file.Seek(5, CFile::begin);
+    file.Write("x", 1);
+    EXPECT_EQ(BytesOf(file), std::string("01\0\0\0x", 6));
+    file.SetLength(8);
+    EXPECT_EQ(BytesOf(file), std::string("01\0\0\0x\0\0", 8));
+    char byte = 0;
+    EXPECT_EQ(file.Seek(100, CFile::end), 108U);
+    EXPECT_EQ(file.Read(&byte, 1), 0U);
+    for (const LONGLONG offset : {-109LL, 0x7FFFFFFFFFFFFFFFLL}) {
+        try {
+            file.Seek(offset, CFile::current);
+            FAIL();
+        } catch (CFileException* e) {
+            EXPECT_EQ(e->m_cause, CFileException::badSeek);
+            e->Delete();
+        }
+    }
+    EXPECT_EQ(file.GetPosition(), 108U);
+}
+
+TEST(MemFile, WorksInMemoryOfItsCaller) {
+    BYTE fixed[4] = {'a', 'b', 'c', 'd'};
+    CMemFile file(fixed, 4);
+    char bytes[5] = {};
+    EXPECT_EQ(file.Read(bytes, 5), 4U);
+    EXPECT_STREQ(bytes, "abcd");
+    file.Seek(2, CFile::begin);
+    file.Write("XY", 2);
+    EXPECT_EQ(fixed[2], 'X');
     try {
-        file.Seek(-1, CFile::begin);
+        file.Write("Z", 1);
         FAIL();
-    } catch (CFileException* e) {
-        EXPECT_EQ(e->m_cause, CFileException::badSeek);
+    } catch (CMemoryException* e) {
         e->Delete();
     }
+    EXPECT_EQ(file.Detach(), fixed);
+    EXPECT_EQ(file.GetLength(), 0U);
+
+    file.Attach(static_cast<BYTE*>(std::malloc(2)), 2, 16);
+    EXPECT_EQ(file.GetLength(), 0U);
+    file.Write("12345", 5);
+    BYTE* const grown = file.Detach();
+    EXPECT_EQ(std::string(reinterpret_cast<char*>(grown), 5), "12345");
+    std::free(grown);
 }
 
 TEST(StdioFile, TranslatesLinesInTextMode) {
     const TempFolder folder;
     const Text path = folder.Path(_T("lines.txt"));
-    CStdioFile out(path.c_str(), CFile::modeCreate | CFile::modeWrite);
-    out.WriteString(_T("Gr\x00FC\x00DF\x65\n"));
-    out.WriteString(_T("\nlast"));
-    out.Close();
-    EXPECT_EQ(folder.Read(_T("lines.txt")), "Gr\xFC\xDF" "e\r\n\r\nlast");
+    {
+        CStdioFile out(path.c_str(), CFile::modeCreate | CFile::modeWrite);
+        out.WriteString(_T("Gr\x00FC\x00DF\x65\n"));
+        out.WriteString(_T("\n\x20AClast"));
+        EXPECT_EQ(out.GetPosition(), 14U);
+        EXPECT_EQ(out.GetLength(), 14U);
+    }
+    EXPECT_EQ(folder.Read(_T("lines.txt")),
+              "Gr\xFC\xDF"
+              "e\r\n\r\n\x80last");
 
     CStdioFile in(path.c_str(), CFile::modeRead);
     CString line;
@@ -126,26 +221,64 @@ TEST(StdioFile, TranslatesLinesInTextMode) {
     EXPECT_EQ(in.GetPosition(), 7U);
     EXPECT_TRUE(in.ReadString(line));
     EXPECT_TRUE(line.IsEmpty());
-    TCHAR part[4];
-    EXPECT_EQ(in.ReadString(part, 4), part);
-    EXPECT_EQ(CString(part), _T("las"));
     EXPECT_TRUE(in.ReadString(line));
-    EXPECT_EQ(line, _T("t"));
+    EXPECT_EQ(line, _T("\x20AClast"));
     EXPECT_FALSE(in.ReadString(line));
+    EXPECT_TRUE(line.IsEmpty());
+    in.SeekToBegin();
+    char bytes[32] = {};
+    EXPECT_EQ(in.Read(bytes, 32), 12U);
+    EXPECT_STREQ(bytes,
+                 "Gr\xFC\xDF"
+                 "e\n\n\x80last");
+}
+
+TEST(StdioFile, HandsOutAsMuchOfALineAsThereIsRoomFor) {
+    const TempFolder folder;
+    CStdioFile file(folder.Write(_T("f"), "ab\r\nc\xFC\r\r\nd\x1Anever").c_str(), CFile::modeRead);
+    TCHAR part[4];
+    for (const TCHAR* expected : {_T("ab\n"), _T("c\x00FC\r"), _T("\n"), _T("d")}) {
+        ASSERT_EQ(file.ReadString(part, 4), part);
+        EXPECT_EQ(CString(part), expected);
+    }
+    EXPECT_EQ(file.ReadString(part, 4), nullptr);
+    EXPECT_EQ(file.GetPosition(), 10U);  // Ctrl+Z ends a text
+    file.SeekToBegin();
+    EXPECT_EQ(file.ReadString(part, 1), nullptr);
+    EXPECT_EQ(file.GetPosition(), 0U);
+}
+
+TEST(StdioFile, FindsLineEndsAtTheBordersOfItsBlocks) {
+    const TempFolder folder;
+    for (const std::size_t length : {4093, 4094, 4095, 4096, 4097, 10000}) {
+        SCOPED_TRACE(length);
+        const std::string text(length, 'x');
+        CStdioFile file(folder.Write(_T("f"), text + "\r\nnext").c_str(), CFile::modeRead);
+        CString line;
+        EXPECT_TRUE(file.ReadString(line));
+        EXPECT_EQ(test::Narrow(line.View()), text);
+        EXPECT_EQ(file.GetPosition(), length + 2);
+        file.SeekToBegin();
+        std::vector<TCHAR> room(length + 2);
+        EXPECT_NE(file.ReadString(room.data(), static_cast<UINT>(length + 2)), nullptr);
+        EXPECT_EQ(room[length], _T('\n'));
+        EXPECT_EQ(file.GetPosition(), length + 2);
+    }
 }
 
 TEST(StdioFile, KeepsItsPlaceBetweenReadingAndWriting) {
     const TempFolder folder;
-    const Text path = folder.Write(_T("f"), "one\r\ntwo\r\n");
-    CStdioFile file(path.c_str(), CFile::modeReadWrite | CFile::typeBinary);
+    CStdioFile file(folder.Write(_T("f"), "one\r\ntwo\r\n").c_str(), CFile::modeReadWrite | CFile::typeBinary);
     CString line;
     EXPECT_TRUE(file.ReadString(line));
     EXPECT_EQ(line, _T("one\r"));
     file.Write("TWO", 3);
-    file.SeekToBegin();
     EXPECT_TRUE(file.ReadString(line));
-    EXPECT_TRUE(file.ReadString(line));
-    EXPECT_EQ(line, _T("TWO\r"));
+    EXPECT_EQ(line, _T("\r"));
+    file.SetLength(8);
+    file.Write("\n", 1);
+    file.Close();
+    EXPECT_EQ(folder.Read(_T("f")), "one\r\nTWO\n");
 }
 
 }  // namespace

@@ -9,11 +9,14 @@
 namespace test {
 namespace {
 
+constexpr std::size_t kHeaderLines = 4;
+
 std::vector<std::string> Lines(const std::string& utf16) {
     EXPECT_EQ(utf16.size() % 2, 0U) << "half a character at the end";
     std::vector<std::string> lines(1);
     for (std::size_t i = 2; i + 1 < utf16.size(); i += 2) {
-        const unsigned unit = static_cast<unsigned char>(utf16[i]) | static_cast<unsigned>(static_cast<unsigned char>(utf16[i + 1])) << 8;
+        const unsigned unit =
+            static_cast<unsigned char>(utf16[i]) | static_cast<unsigned>(static_cast<unsigned char>(utf16[i + 1])) << 8;
         const char c = unit < 0x80 ? static_cast<char>(unit) : '?';
         if (c == '\n' && lines.back().ends_with('\r')) {
             lines.back().pop_back();
@@ -51,6 +54,13 @@ void Collect(const std::vector<std::string>& lines, LogFolder& folder) {
 
 }  // namespace
 
+std::vector<std::string> ReadLogLines(const Text& path) {
+    std::vector<std::string> lines = Lines(ReadBytes(path));
+    EXPECT_GE(lines.size(), kHeaderLines) << Narrow(path) << " has no file header";
+    lines.erase(lines.begin(), lines.begin() + static_cast<std::ptrdiff_t>(std::min(lines.size(), kHeaderLines)));
+    return lines;
+}
+
 LogFolder ReadLogFolder(const Text& path) {
     LogFolder folder;
     CStringArray names;
@@ -61,11 +71,10 @@ LogFolder ReadLogFolder(const Text& path) {
     }
     std::sort(sorted.begin(), sorted.end());
     for (const Text& name : sorted) {
-        const std::string bytes = ReadBytes(path + _T("\\") + name);
-        folder.files.emplace_back(_wtoi(name.substr(5, 3).c_str()), bytes.size());
-        std::vector<std::string> lines = Lines(bytes);
-        EXPECT_GE(lines.size(), 4U) << Narrow(name) << " has no file header";
-        Collect({lines.begin() + 4, lines.end()}, folder);
+        const Text file = path + _T("\\") + name;
+        folder.files.emplace_back(_wtoi(name.substr(5, 3).c_str()),
+                                  static_cast<std::size_t>(CDirectory::GetFileSize(file.c_str())));
+        Collect(ReadLogLines(file), folder);
     }
     return folder;
 }

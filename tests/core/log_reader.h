@@ -2,7 +2,6 @@
 
 // Reads log files as a technician would: lines with their headers, messages put together again.
 
-#include <map>
 #include <string>
 #include <vector>
 
@@ -18,6 +17,9 @@ struct LogFolder {
 
 // Every message is expected to begin with "<tag" and to end with ">", on one line or several.
 LogFolder ReadLogFolder(const Text& folder);
+
+// The lines of one file behind its file header, each without its end.
+std::vector<std::string> ReadLogLines(const Text& path);
 
 // Takes the name away without asking the share modes, as a program that does not know them would.
 void RemoveBehindOurBack(const Text& path);

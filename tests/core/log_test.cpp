@@ -43,14 +43,15 @@ std::string Utf16(std::string_view ascii) {
 
 std::string FileStart() {
     const std::string asterisks(51, '*');
-    return "\xFF\xFE" + Utf16("\r\n" + asterisks + "\r\n     Kalido Dental Systems - TARVO LogFile File \r\n" + asterisks + "\r\n");
+    return "\xFF\xFE" +
+           Utf16("\r\n" + asterisks + "\r\n     Kalido Dental Systems - TARVO LogFile File \r\n" + asterisks + "\r\n");
 }
 
 // A full or a small log file of the given age; higher is newer.
 void PutFile(const TempFolder& folder, const TCHAR* name, std::size_t bytes, int newness) {
-    const Text path = folder.Write(name, FileStart() + std::string(bytes, '\0'));
-    const HANDLE file = CreateFileW(path.c_str(), FILE_WRITE_ATTRIBUTES, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0,
-                                    nullptr);
+    const Text path = folder.Write(name, FileStart() + std::string(bytes, '\0') + Utf16("\r\n"));
+    const HANDLE file =
+        CreateFileW(path.c_str(), FILE_WRITE_ATTRIBUTES, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0, nullptr);
     SYSTEMTIME time = {2020, 1, 0, 1, 0, 0, 0, 0};
     time.wHour = static_cast<WORD>(newness / 60);
     time.wMinute = static_cast<WORD>(newness % 60);
@@ -73,13 +74,12 @@ TEST(LogFile, WritesExactlyTheseBytes) {
     log.PrintCore(_T(""));
     log.PrintCore(nullptr);
     log.PrintCore(_T("\r\nafter an empty line"));
-    EXPECT_EQ(folder.Read(_T("TARVO000.log")),
-              FileStart() + Utf16("2026-03-01;  07:05:09;  first\r\n"
-                                  "                        second\r\n"
-                                  "\r\n"
-                                  "\r\n"
-                                  "\r\n"
-                                  "                        after an empty line\r\n"));
+    EXPECT_EQ(folder.Read(_T("TARVO000.log")), FileStart() + Utf16("2026-03-01;  07:05:09;  first\r\n"
+                                                                   "                        second\r\n"
+                                                                   "\r\n"
+                                                                   "\r\n"
+                                                                   "\r\n"
+                                                                   "                        after an empty line\r\n"));
 }
 
 TEST(LogFile, BuildsTheHeaderFromItsFlags) {
@@ -174,8 +174,8 @@ TEST(LogFile, LeavesAFileThatIsHeldOpenAndDeletesTheNextOne) {
     PutFile(folder, _T("TARVO004.log"), 5000, 1);
     PutFile(folder, _T("TARVO005.log"), 5000, 2);
     PutFile(folder, _T("TARVO006.log"), 5000, 3);
-    const HANDLE held = CreateFileW(folder.Path(_T("TARVO004.log")).c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
-                                    OPEN_EXISTING, 0, nullptr);
+    const HANDLE held = CreateFileW(folder.Path(_T("TARVO004.log")).c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                                    nullptr, OPEN_EXISTING, 0, nullptr);
     ASSERT_NE(held, INVALID_HANDLE_VALUE);
     CLogFile(Options(folder, 0, 1000, 3)).PrintCore(_T("here"));
     EXPECT_TRUE(folder.Has(_T("TARVO004.log")));

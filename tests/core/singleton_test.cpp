@@ -26,67 +26,27 @@ private:
     Service* successor_;
 };
 
-class LazyService : public CSingleton {
-public:
-    static LazyService* Instance() {
-        if (m_Instance == nullptr) {
-            m_Instance = new LazyService;
-            CSingletonManager::Instance()->Register(m_Instance);
-        }
-        return m_Instance;
-    }
-    CString GetType() override { return _T("Lazy Service\n"); }
-
-    static LazyService* m_Instance;
-
-private:
-    LazyService() = default;
-    ~LazyService() override { ended += 'L'; }
-};
-LazyService* LazyService::m_Instance = nullptr;
-
-class Singletons : public testing::Test {
-protected:
-    void SetUp() override { ended.clear(); }
-    void TearDown() override { EXPECT_EQ(CSingletonManager::m_Instance, nullptr); }
-};
-
-TEST_F(Singletons, EndWithTheirManagerInTheOrderOfRegistration) {
+TEST(Singletons, EndWithTheirManagerInTheOrderOfRegistration) {
+    ended.clear();
     CSingletonManager* manager = CSingletonManager::Instance();
     EXPECT_EQ(manager, CSingletonManager::Instance());
     EXPECT_EQ(manager->GetType(), CString(_T("Singleton Manager\n")));
-    for (const char letter : {'B', 'A', 'C'}) {
-        manager->Register(new Service(letter));
-    }
+    manager->Register(nullptr);
+    manager->Register(new Service('B'));
+    manager->Register(new Service('A', new Service('D')));  // D is registered by the end of A
+    manager->Register(new Service('C'));
     delete CSingletonManager::Instance();
-    EXPECT_EQ(ended, "BAC");
-}
-
-TEST_F(Singletons, MakeTheManagerWhenTheyAreFirstAskedForAndStayGoneAfterIt) {
-    LazyService* service = LazyService::Instance();
-    EXPECT_NE(CSingletonManager::m_Instance, nullptr);
-    EXPECT_EQ(service, LazyService::Instance());
-    delete CSingletonManager::Instance();
-    EXPECT_EQ(ended, "L");
-
-    EXPECT_EQ(LazyService::Instance(), service);  // the old address: nothing comes back to life
+    EXPECT_EQ(ended, "BACD");
     EXPECT_EQ(CSingletonManager::m_Instance, nullptr);
-    delete CSingletonManager::Instance();  // a fresh manager owns nothing
-    EXPECT_EQ(ended, "L");
-    LazyService::m_Instance = nullptr;
+
+    delete CSingletonManager::Instance();  // a fresh one, which owns nothing
+    EXPECT_EQ(ended, "BACD");
+    EXPECT_EQ(CSingletonManager::m_Instance, nullptr);
 }
 
-TEST_F(Singletons, AreDestroyedTooWhenTheEndOfAnotherRegistersThem) {
-    CSingletonManager::Instance()->Register(nullptr);
-    CSingletonManager::Instance()->Register(new Service('A', new Service('B')));
-    delete CSingletonManager::Instance();
-    EXPECT_EQ(ended, "AB");
-}
-
-TEST_F(Singletons, ManagerCanBeMadeByItsRunTimeClass) {
+TEST(Singletons, HaveAManagerThatItsRunTimeClassCanMake) {
     CRuntimeClass* record = RUNTIME_CLASS(CSingletonManager);
     EXPECT_STREQ(record->m_lpszClassName, "CSingletonManager");
-    EXPECT_EQ(record, CSingletonManager::GetThisClass());
     std::unique_ptr<CObject> other(record->CreateObject());
     EXPECT_EQ(CSingletonManager::m_Instance, nullptr);
     EXPECT_EQ(other->GetRuntimeClass(), record);

@@ -2,46 +2,24 @@
 
 #include <gtest/gtest.h>
 #include <shlobj.h>
-#include <stdlib.h>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <windows.h>
 
-#include <algorithm>
-#include <optional>
 #include <string>
 
+#include "support/environment.h"
+#include "support/native_path_linux.h"
 #include "support/temp_folder.h"
 #include "support/unprivileged.h"
 
 namespace {
 
+using test::InEnvironment;
 using test::Narrow;
+using test::Native;
 using test::TempFolder;
 using test::Text;
-
-std::string Native(const Text& path) {
-    std::string native = Narrow(path).substr(2);
-    std::replace(native.begin(), native.end(), '\\', '/');
-    return native;
-}
-
-class InEnvironment {
-public:
-    InEnvironment(const char* name, const char* value) : name_(name) {
-        if (const char* const before = getenv(name)) {
-            before_ = before;
-        }
-        Put(value);
-    }
-    ~InEnvironment() { Put(before_ ? before_->c_str() : nullptr); }
-
-private:
-    void Put(const char* value) const { value == nullptr ? unsetenv(name_) : setenv(name_, value, 1); }
-
-    const char* name_;
-    std::optional<std::string> before_;
-};
 
 DWORD RemovalError(const Text& path) {
     SetLastError(ERROR_SUCCESS);
@@ -82,31 +60,28 @@ TEST(DirectoriesLinux, FailWhereRightsAreMissing) {
     ASSERT_EQ(chmod(Native(folder.Path(_T("closed"))).c_str(), 0777), 0);
 }
 
-TEST(DirectoriesLinux, TempPathTakesNativePathsAndEndsAtTmp) {
-    const InEnvironment tmp("TMP", nullptr), temp("TEMP", nullptr), profile("USERPROFILE", nullptr);
+TEST(DirectoriesLinux, TempPathTakesNativePathsAndItsFilesArePrivate) {
+    const InEnvironment tmp(_T("TMP"), nullptr), temp(_T("TEMP"), nullptr), profile(_T("USERPROFILE"), nullptr);
     TCHAR path[MAX_PATH];
-    const InEnvironment native("TMPDIR", "/var/tmp");
+    const InEnvironment native(_T("TMPDIR"), _T("/var/tmp"));
     EXPECT_NE(GetTempPathW(MAX_PATH, path), 0u);
     EXPECT_EQ(Narrow(path), "C:\\var\\tmp\\");
-    const InEnvironment none("TMPDIR", nullptr);
+    const InEnvironment none(_T("TMPDIR"), nullptr);
     EXPECT_NE(GetTempPathW(MAX_PATH, path), 0u);
     EXPECT_EQ(Narrow(path), "C:\\tmp\\");
-}
 
-TEST(DirectoriesLinux, TempFilesAreTheUsersAlone) {
-    const TempFolder folder;
-    TCHAR name[MAX_PATH];
-    ASSERT_NE(GetTempFileNameW(folder.Path().c_str(), _T("k"), 0, name), 0u);
+    ASSERT_NE(GetTempFileNameW(path, _T("k"), 0, path), 0u);
     struct stat status;
-    ASSERT_EQ(stat(Native(name).c_str(), &status), 0);
-    EXPECT_EQ(status.st_mode & 0777, 0600u);
+    ASSERT_EQ(stat(Native(path).c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 0777, 0600u);  // this user's alone
+    EXPECT_EQ(unlink(Native(path).c_str()), 0);
 }
 
 TEST(SpecialFolders, AreThoseOfTheDesktopsSettings) {
     const TempFolder folder;
-    const std::string home = Native(folder.Path());
-    const InEnvironment set_home("HOME", home.c_str()), config("XDG_CONFIG_HOME", nullptr);
-    const InEnvironment data("XDG_DATA_HOME", (home + "/data").c_str());
+    const Text native = test::Widen(Native(folder.Path()));
+    const InEnvironment home(_T("HOME"), native.c_str()), config(_T("XDG_CONFIG_HOME"), nullptr);
+    const InEnvironment data(_T("XDG_DATA_HOME"), (native + _T("/data")).c_str());
     folder.MakeFolder(_T(".config"));
     folder.MakeFolder(_T("data"));
     folder.MakeFolder(_T("Meine Dokumente"));

@@ -3,10 +3,12 @@
 
 #include <string>
 
+#include "support/environment.h"
 #include "support/temp_folder.h"
 
 namespace {
 
+using test::InEnvironment;
 using test::Narrow;
 using test::TempFolder;
 using test::Text;
@@ -35,22 +37,6 @@ public:
 
 private:
     Text before_;
-};
-
-class InEnvironment {
-public:
-    InEnvironment(const TCHAR* name, const TCHAR* value) : name_(name) {
-        TCHAR before[MAX_PATH * 4];
-        was_set_ = GetEnvironmentVariableW(name, before, static_cast<DWORD>(std::size(before))) != 0;
-        before_ = was_set_ ? before : _T("");
-        SetEnvironmentVariableW(name, value);
-    }
-    ~InEnvironment() { SetEnvironmentVariableW(name_, was_set_ ? before_.c_str() : nullptr); }
-
-private:
-    const TCHAR* name_;
-    Text before_;
-    bool was_set_ = false;
 };
 
 TEST(Directories, AreCreatedOnceAndOnlyInWhatIsThere) {

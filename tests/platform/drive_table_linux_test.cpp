@@ -6,11 +6,11 @@
 #include <windows.h>
 #include <winioctl.h>
 
-#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <string>
 
+#include "support/native_path_linux.h"
 #include "support/temp_folder.h"
 
 namespace {
@@ -34,7 +34,7 @@ const Disk kOptical{"sr", "11:0", "devices/pci0000:00/ata2/host1/block", true};
 
 class HandedInSystem {
 public:
-    HandedInSystem() : root_(NativeOf(folder_.Path())) {
+    HandedInSystem() : root_(test::Native(folder_.Path())) {
         for (const Disk& disk : {kInternal, kStick, kUsbDisk, kCard, kOptical}) {
             Add(disk);
         }
@@ -75,12 +75,6 @@ public:
     fs::path Root() const { return root_; }
 
 private:
-    static fs::path NativeOf(const test::Text& path) {
-        std::string native = Narrow(path).substr(2);
-        std::replace(native.begin(), native.end(), '\\', '/');
-        return native;
-    }
-
     void Add(const Disk& disk) const {
         const fs::path folder = fs::path("sysfs") / disk.path / disk.name;
         const fs::path partition = folder / (disk.name + "1");

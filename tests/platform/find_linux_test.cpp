@@ -5,24 +5,19 @@
 #include <unistd.h>
 #include <windows.h>
 
-#include <filesystem>
 #include <fstream>
-#include <set>
 #include <string>
+#include <vector>
 
+#include "support/native_path_linux.h"
 #include "support/temp_folder.h"
 
 namespace {
 
 using test::Narrow;
+using test::Native;
 using test::TempFolder;
 using test::Text;
-
-std::string Native(const Text& path) {
-    std::string native = Narrow(path).substr(2);
-    std::replace(native.begin(), native.end(), '\\', '/');
-    return native;
-}
 
 std::vector<WIN32_FIND_DATAW> List(const Text& pattern) {
     std::vector<WIN32_FIND_DATAW> entries;

@@ -53,7 +53,9 @@ TEST(ProcessOnLinux, AFileThatIsNoProgramHasABadFormat) {
     const auto path = folder.Write(_T("note.exe"), "no program");
     STARTUPINFOW startup{};
     PROCESS_INFORMATION info{};
-    const auto start = [&] { return CreateProcessW(path.c_str(), nullptr, nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &info); };
+    const auto start = [&] {
+        return CreateProcessW(path.c_str(), nullptr, nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &info);
+    };
     EXPECT_FALSE(start());
     EXPECT_EQ(GetLastError(), ERROR_ACCESS_DENIED) << "not executable";
     std::string native = test::Narrow(path.substr(2));

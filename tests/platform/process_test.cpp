@@ -23,9 +23,11 @@ constexpr DWORD kPatience = 20000;
 const Text kValue = _T("äöü € blank");
 
 // Written into a command line, and what the child must find.
-const Text kWritten = _T(" plain \"two words\" a\\\\b \"end\\\\\" quote\\\" \"in \\\"side\" \"\" Gr\u00FC\u00DFe\u20AC x\"y z\"w");
-const ChildArgs kRead = {_T("plain"),  _T("two words"), _T("a\\\\b"),              _T("end\\"), _T("quote\""),
-                         _T("in \"side"), _T(""),       _T("Gr\u00FC\u00DFe\u20AC"), _T("xy zw")};
+const Text kWritten =
+    _T(" plain \"two words\" a\\\\b \"end\\\\\" quote\\\" \"in \\\"side\" \"\" Gr\u00FC\u00DFe\u20AC x\"y z\"w");
+const ChildArgs kRead = {_T("plain"),   _T("two words"), _T("a\\\\b"), _T("end\\"),
+                         _T("quote\""), _T("in \"side"), _T(""),       _T("Gr\u00FC\u00DFe\u20AC"),
+                         _T("xy zw")};
 
 int CheckArguments(const ChildArgs& args) {
     return args == kRead ? 0 : 1;
@@ -69,8 +71,8 @@ Started RunProgram(const TCHAR* application, Text line, const Text& environment 
     PROCESS_INFORMATION info{};
     Text block = environment;
     Started started;
-    started.ok = CreateProcessW(application, line.empty() ? nullptr : line.data(), nullptr, nullptr, FALSE, CREATE_UNICODE_ENVIRONMENT,
-                                block.empty() ? nullptr : block.data(), folder, &startup, &info);
+    started.ok = CreateProcessW(application, line.empty() ? nullptr : line.data(), nullptr, nullptr, FALSE,
+                                CREATE_UNICODE_ENVIRONMENT, block.empty() ? nullptr : block.data(), folder, &startup, &info);
     started.error = started.ok ? ERROR_SUCCESS : GetLastError();
     if (started.ok) {
         const Handle process(info.hProcess), thread(info.hThread);
@@ -227,7 +229,8 @@ TEST(Environment, MayChangeWhileOthersRead) {
     std::thread writer([] {
         for (int i = 0; i < 2000; ++i) {
             SetEnvironmentVariableW(_T("KADATA_T"), Text(static_cast<std::size_t>(i % 50 + 1), _T('v')).c_str());
-            SetEnvironmentVariableW((Text(_T("KADATA_T")) + static_cast<TCHAR>(_T('a') + i % 20)).c_str(), i % 3 == 0 ? nullptr : _T("x"));
+            SetEnvironmentVariableW((Text(_T("KADATA_T")) + static_cast<TCHAR>(_T('a') + i % 20)).c_str(),
+                                    i % 3 == 0 ? nullptr : _T("x"));
         }
     });
     for (int i = 0; i < 2000; ++i) {

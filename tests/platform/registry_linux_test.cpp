@@ -5,10 +5,10 @@
 #include <unistd.h>
 #include <windows.h>
 
-#include <algorithm>
 #include <filesystem>
 #include <string>
 
+#include "support/native_path_linux.h"
 #include "support/temp_folder.h"
 #include "support/unprivileged.h"
 
@@ -17,13 +17,9 @@ namespace {
 namespace fs = std::filesystem;
 using test::TempFolder;
 
-LSTATUS Create(HKEY hive, const TCHAR* path, HKEY& key) {
-    return RegCreateKeyExW(hive, path, 0, nullptr, 0, KEY_READ | KEY_WRITE, nullptr, &key, nullptr);
-}
-
 LSTATUS Write(HKEY hive, const std::string& bytes) {
     HKEY key = nullptr;
-    LSTATUS status = Create(hive, _T("Software\\Maker"), key);
+    LSTATUS status = RegCreateKeyExW(hive, _T("Software\\Maker"), 0, nullptr, 0, KEY_READ | KEY_WRITE, nullptr, &key, nullptr);
     if (status == ERROR_SUCCESS) {
         status = RegSetValueExW(key, _T("v"), 0, REG_BINARY, reinterpret_cast<const BYTE*>(bytes.data()),
                                 static_cast<DWORD>(bytes.size()));
@@ -55,12 +51,6 @@ protected:
 
     void UseFolder(const TCHAR* name) const { SetEnvironmentVariableW(_T("KADATA_REGISTRY_DIR"), folder_.Path(name).c_str()); }
 
-    test::Text Native(const TCHAR* name) const {
-        test::Text path = folder_.Path(name).substr(2);
-        std::replace(path.begin(), path.end(), _T('\\'), _T('/'));
-        return path;
-    }
-
     TempFolder folder_;
 };
 
@@ -77,7 +67,7 @@ TEST_F(RegistryLinux, IsTwoFilesThatOnlyWritingCreates) {
 
 TEST_F(RegistryLinux, UsersHiveLiesInTheirConfigurationFolder) {
     SetEnvironmentVariableW(_T("KADATA_REGISTRY_DIR"), nullptr);
-    SetEnvironmentVariableW(_T("XDG_CONFIG_HOME"), Native(_T("config")).c_str());
+    SetEnvironmentVariableW(_T("XDG_CONFIG_HOME"), test::Widen(test::Native(folder_.Path(_T("config")))).c_str());
     EXPECT_EQ(Write(HKEY_CURRENT_USER, "x"), ERROR_SUCCESS);
     EXPECT_TRUE(folder_.Has(_T("config\\kadata\\user.registry")));
 }
@@ -113,7 +103,7 @@ TEST_F(RegistryLinux, MachinesHiveIsReadByUsersWhoMayNotWriteIt) {
     UseFolder(_T("elsewhere"));
     EXPECT_EQ(Read(HKEY_LOCAL_MACHINE), "error 2");  // the last connection to the hive is closed now
     UseFolder(_T("hives"));
-    fs::permissions(test::Narrow(Native(_T("hives"))), fs::perms(0555));
+    fs::permissions(test::Native(folder_.Path(_T("hives"))), fs::perms(0555));
     {
         const test::UnprivilegedScope rights;
         EXPECT_EQ(Read(HKEY_LOCAL_MACHINE), "for all");
@@ -122,7 +112,7 @@ TEST_F(RegistryLinux, MachinesHiveIsReadByUsersWhoMayNotWriteIt) {
         EXPECT_EQ(Read(HKEY_LOCAL_MACHINE), "error 2");
         EXPECT_EQ(Write(HKEY_LOCAL_MACHINE, "x"), static_cast<LSTATUS>(ERROR_ACCESS_DENIED));
     }
-    fs::permissions(test::Narrow(Native(_T("hives"))), fs::perms(0755));
+    fs::permissions(test::Native(folder_.Path(_T("hives"))), fs::perms(0755));
 }
 
 }  // namespace

@@ -83,7 +83,7 @@ TEST_F(CurrentZone, IsFollowedAtOnceWhenItChanges) {
 }
 
 TEST_F(CurrentZone, DecidesWhatALocalDateMeans) {
-    constexpr __time64_t kDay = 1711843200;  // 2024-03-31 00:00 UTC
+    constexpr __time64_t kDay = 1711843200;        // 2024-03-31 00:00 UTC
     constexpr __time64_t kAutumnDay = 1729987200;  // 2024-10-27 00:00 UTC
     constexpr int kHour = 3600;
     const struct {
@@ -92,11 +92,11 @@ TEST_F(CurrentZone, DecidesWhatALocalDateMeans) {
     } rows[] = {
         {2, 31, 1, -1, kDay},
         {2, 31, 3, -1, kDay + kHour},
-        {2, 31, 2, -1, kDay},                    // left out
-        {2, 31, 3, 0, kDay + 2 * kHour},         // said to be standard time
-        {9, 27, 2, -1, kAutumnDay + kHour},      // the second of two
-        {9, 27, 2, 1, kAutumnDay},               // the first
-        {8, 57, 2, -1, kAutumnDay + kHour},      // a day that its month does not have
+        {2, 31, 2, -1, kDay},                // left out
+        {2, 31, 3, 0, kDay + 2 * kHour},     // said to be standard time
+        {9, 27, 2, -1, kAutumnDay + kHour},  // the second of two
+        {9, 27, 2, 1, kAutumnDay},           // the first
+        {8, 57, 2, -1, kAutumnDay + kHour},  // a day that its month does not have
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(testing::PrintToString(std::tuple(row.month, row.day, row.hour, row.is_daylight)));

@@ -49,9 +49,9 @@ TEST(FileTime, CountsFrom1601) {
 }
 
 TEST(FileTime, RefusesDatesThatDoNotExist) {
-    for (const SYSTEMTIME& date :
-         {Date(1600, 12, 31), Date(30828, 1, 1), Date(2001, 2, 29), Date(2001, 0, 1), Date(2001, 13, 1), Date(2001, 1, 0), Date(2001, 4, 31),
-          Date(2001, 1, 1, 24), Date(2001, 1, 1, 0, 60), Date(2001, 1, 1, 0, 0, 60), Date(2001, 1, 1, 0, 0, 0, 1000)}) {
+    for (const SYSTEMTIME& date : {Date(1600, 12, 31), Date(30828, 1, 1), Date(2001, 2, 29), Date(2001, 0, 1), Date(2001, 13, 1),
+                                   Date(2001, 1, 0), Date(2001, 4, 31), Date(2001, 1, 1, 24), Date(2001, 1, 1, 0, 60),
+                                   Date(2001, 1, 1, 0, 0, 60), Date(2001, 1, 1, 0, 0, 0, 1000)}) {
         SCOPED_TRACE(testing::PrintToString(Fields(date)));
         FILETIME ticks{};
         SetLastError(ERROR_SUCCESS);

@@ -79,6 +79,19 @@ int Echo(const ChildArgs& args) {
 }
 REGISTER_CHILD(Echo)
 
+// Opens, takes, releases and closes without end.
+int ChurnForEver(const ChildArgs& args) {
+    for (;;) {
+        const Handle mutex(CreateMutexW(nullptr, TRUE, args[0].c_str()));
+        const bool existed = GetLastError() == ERROR_ALREADY_EXISTS;
+        if (!mutex || (existed && WaitForSingleObject(mutex, kPatience) == WAIT_TIMEOUT) || !ReleaseMutex(mutex)) {
+            return 1;
+        }
+        SetEvent(Handle(OpenEventW(EVENT_ALL_ACCESS, FALSE, args[1].c_str())));
+    }
+}
+REGISTER_CHILD(ChurnForEver)
+
 TEST(Event, LetsOneThroughOrStaysSignalled) {
     const Handle single = NewEvent(FALSE, TRUE);
     EXPECT_EQ(WaitForSingleObject(single, 0), WAIT_OBJECT_0);
@@ -215,7 +228,9 @@ TEST(WaitForMultipleObjects, RefusesWrongLists) {
         DWORD count;
         BOOL all;
         DWORD error;
-    } rows[] = {{0, FALSE, ERROR_INVALID_PARAMETER}, {MAXIMUM_WAIT_OBJECTS + 1, FALSE, ERROR_INVALID_PARAMETER}, {2, TRUE, ERROR_INVALID_PARAMETER}};
+    } rows[] = {{0, FALSE, ERROR_INVALID_PARAMETER},
+                {MAXIMUM_WAIT_OBJECTS + 1, FALSE, ERROR_INVALID_PARAMETER},
+                {2, TRUE, ERROR_INVALID_PARAMETER}};
     for (const auto& row : rows) {
         SCOPED_TRACE(row.count);
         EXPECT_EQ(WaitForMultipleObjects(row.count, many.data(), row.all, 0), WAIT_FAILED);
@@ -323,6 +338,26 @@ TEST(BetweenProcesses, AKilledOwnerAbandonsItsMutex) {
         EXPECT_EQ(WaitForSingleObject(mutex, kPatience), WAIT_ABANDONED);
         EXPECT_TRUE(ReleaseMutex(mutex));
     }
+}
+
+TEST(BetweenProcesses, AKillAtAnyMomentLeavesTheNameUsable) {
+    const Text name = UniqueName(_T("Churned"));
+    const Handle ready = NewEvent(FALSE, FALSE, (name + _T(".ready")).c_str());
+    const ChildProcess survivor({_T("ChurnForEver"), name, name + _T(".ready")});
+    for (int round = 0; round < 20; ++round) {
+        const ChildProcess victim({_T("ChurnForEver"), name, name + _T(".ready")});
+        for (int i = 0; i <= round; ++i) {
+            ASSERT_EQ(WaitForSingleObject(ready, kPatience), WAIT_OBJECT_0);
+        }
+        victim.Kill();
+        const Handle mutex(CreateMutexW(nullptr, FALSE, name.c_str()));
+        ASSERT_TRUE(mutex);
+        ASSERT_NE(WaitForSingleObject(mutex, kPatience), WAIT_TIMEOUT);
+        EXPECT_TRUE(ReleaseMutex(mutex));
+    }
+    EXPECT_EQ(survivor.Wait(0), std::nullopt) << "still at it";
+    survivor.Kill();
+    EXPECT_TRUE(Handle(CreateMutexW(nullptr, FALSE, name.c_str()))) << "and nothing is left when it is closed";
 }
 
 TEST(BetweenProcesses, AnObjectEndsWithItsLastProcess) {

@@ -20,7 +20,6 @@ public:
     ~AllocationWatch();
 
     std::size_t Largest() const;  // bytes
-    bool Failed() const;          // whether that number was reached
 };
 
 }  // namespace test

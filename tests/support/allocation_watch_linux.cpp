@@ -39,6 +39,14 @@ void* operator new[](std::size_t size) {
     return Allocate(size);
 }
 
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+    try {
+        return Allocate(size);
+    } catch (const std::bad_alloc&) {
+        return nullptr;
+    }
+}
+
 void operator delete(void* memory) noexcept {
     std::free(memory);
 }
@@ -67,10 +75,6 @@ AllocationWatch::~AllocationWatch() {
 
 std::size_t AllocationWatch::Largest() const {
     return watched.largest;
-}
-
-bool AllocationWatch::Failed() const {
-    return watched.count > watched.failAt;
 }
 
 }  // namespace test

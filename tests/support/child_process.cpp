@@ -64,7 +64,8 @@ ChildProcess::~ChildProcess() {
 
 std::optional<DWORD> ChildProcess::Wait(DWORD milliseconds) const {
     DWORD code = 0;
-    const bool ended = WaitForSingleObject(info_.hProcess, milliseconds) == WAIT_OBJECT_0 && GetExitCodeProcess(info_.hProcess, &code);
+    const bool ended =
+        WaitForSingleObject(info_.hProcess, milliseconds) == WAIT_OBJECT_0 && GetExitCodeProcess(info_.hProcess, &code);
     return ended ? std::optional(code) : std::nullopt;
 }
 

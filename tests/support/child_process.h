@@ -2,13 +2,14 @@
 
 // This test program started again as a child, for what can only be seen between processes.
 //
-//     int HoldTheMutex(const test::ChildArgs& args) { ... }           // args[0] is the first argument after the name
+//     int HoldTheMutex(const test::ChildArgs& args) { ... }     // args[0] is the first argument after the name
 //     REGISTER_CHILD(HoldTheMutex)                              // at namespace scope
 //     test::ChildProcess child({_T("HoldTheMutex"), name});           // in the test
 //     EXPECT_EQ(child.Wait(10000), 0u);
 //
 // A child runs its function instead of the tests, and ends with the function's result (0 to 255).
 
+#include <tchar.h>
 #include <windows.h>
 
 #include <optional>

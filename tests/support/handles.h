@@ -2,6 +2,7 @@
 
 // Handles and names of kernel objects in tests.
 
+#include <tchar.h>
 #include <windows.h>
 
 #include <string>

@@ -93,7 +93,8 @@ void WriteBytes(const Text& path, std::string_view bytes) {
 std::string Narrow(std::basic_string_view<TCHAR> text) {
     const int length = static_cast<int>(text.size());
     std::string out(text.size() * 3, '\0');
-    const int bytes = WideCharToMultiByte(CP_UTF8, 0, text.data(), length, out.data(), static_cast<int>(out.size()), nullptr, nullptr);
+    const int bytes =
+        WideCharToMultiByte(CP_UTF8, 0, text.data(), length, out.data(), static_cast<int>(out.size()), nullptr, nullptr);
     out.resize(static_cast<std::size_t>(bytes));
     return out;
 }

@@ -1,7 +1,7 @@
 #pragma once
 
-// A folder of its own for one test, removed with all that is in it when the test ends. A test that leaves the folder impossible to
-// remove (a handle left open, rights taken away) fails there.
+// A folder of its own for one test, removed with all that is in it when the test ends. A test that leaves the folder impossible
+// to remove (a handle left open, rights taken away) fails there.
 
 #include <windows.h>
 

@@ -60,9 +60,9 @@ private:
 // The names that CDirectory lists, sorted, each followed by a blank.
 inline std::string NamesIn(const CString& dir, const CString& pattern = _T("*"), DWORD attributeMask = 0xFFFFFFFF) {
     CStringArray names;
-    EXPECT_EQ(CDirectory::ListFiles(dir, names, pattern, attributeMask), names.GetSize());
+    const int count = CDirectory::ListFiles(dir, names, pattern, attributeMask);
     std::vector<std::string> sorted;
-    for (int i = 0; i < static_cast<int>(names.GetSize()); ++i)
+    for (int i = 0; i < count; ++i)
         sorted.push_back(Narrow(names[i]) + " ");
     std::sort(sorted.begin(), sorted.end());
     std::string joined;

@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <atomic>
+#include <latch>
 #include <thread>
 
 #include "directory_test_support.h"
@@ -65,31 +66,40 @@ TEST_F(DirectoryLinks, AreRemovedThemselves) {
 }
 
 // One thread removes; another one takes a directory out of the tree and puts a link to the outside into its place, and back.
+// Both hold files of the same names, so that whoever goes by paths deletes outside.
 TEST_F(DirectoryLinks, SwappedInMeanwhileAreNotFollowed) {
-    std::atomic<bool> done = false;
-    std::atomic<int> swaps = 0;
-    std::thread swapper([&, inner = Path(_T("tree\\a\\b")), aside = Path(_T("aside")), outside = Path(_T("outside"))] {
-        while (!done) {
-            if (rename(inner.c_str(), aside.c_str()) != 0)
-                continue;
-            swaps += symlink(outside.c_str(), inner.c_str()) == 0;
-            unlink(inner.c_str());
-            rename(aside.c_str(), inner.c_str());
-        }
-    });
-    for (int i = 0; i < 2'000 || (swaps == 0 && i < 100'000); ++i) {
+    const std::string inner = Path(_T("tree\\a\\b")), aside = Path(_T("aside")), outside = Path(_T("outside"));
+    const auto fill = [&](const test::Text& name) {
+        m_folder.MakeFolder(name);
+        for (int i = 0; i < 30; ++i)
+            m_folder.Write(name + test::Widen("\\" + std::to_string(i)), "");
+    };
+    fill(_T("outside"));
+    const std::string files = test::NamesIn(m_folder.Path(_T("outside")).c_str());
+    for (int round = 0; round < 100; ++round) {
+        fill(_T("tree\\a\\b"));
+        std::atomic<bool> done = false;
+        std::latch started(2);
+        std::thread swapper([&] {
+            started.arrive_and_wait();
+            while (!done && rename(inner.c_str(), aside.c_str()) == 0) {
+                [[maybe_unused]] const int linked = symlink(outside.c_str(), inner.c_str());
+                std::this_thread::yield();
+                unlink(inner.c_str());
+                rename(aside.c_str(), inner.c_str());
+            }
+        });
+        started.arrive_and_wait();
         try {
             Remove(_T("tree"));
         } catch (CFileException* vanishedUnderItsHands) {
             vanishedUnderItsHands->Delete();
         }
-        for (const LPCTSTR path : {_T("tree"), _T("tree\\a"), _T("tree\\a\\b"), _T("tree\\a\\b\\canary")})
-            CreateDirectoryW(m_folder.Path(path).c_str(), nullptr);
-        rmdir(Path(_T("outside\\canary")).c_str());  // where the last line has made it through a link
+        done = true;
+        swapper.join();
+        ASSERT_EQ(test::NamesIn(m_folder.Path(_T("outside")).c_str()), files);
+        Remove(_T("aside"));
     }
-    done = true;
-    swapper.join();
-    EXPECT_GT(swaps, 0);
 }
 
 TEST_F(DirectoryRights, WhatCannotBeListedStaysWithItsParents) {

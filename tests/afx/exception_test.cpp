@@ -1,0 +1,116 @@
+#include <afx.h>
+#include <gtest/gtest.h>
+
+namespace {
+
+TEST(Exception, TranslatesTheSystemsErrors) {
+    const struct {
+        DWORD error;
+        int cause;
+    } rows[] = {{0, 0},
+                {ERROR_FILE_NOT_FOUND, 2},
+                {ERROR_PATH_NOT_FOUND, 3},
+                {ERROR_INVALID_NAME, 3},
+                {ERROR_TOO_MANY_OPEN_FILES, 4},
+                {ERROR_ACCESS_DENIED, 5},
+                {ERROR_WRITE_PROTECT, 5},
+                {ERROR_CURRENT_DIRECTORY, 7},
+                {ERROR_NEGATIVE_SEEK, 9},
+                {ERROR_NOT_READY, 10},
+                {ERROR_SHARING_VIOLATION, 11},
+                {ERROR_LOCK_VIOLATION, 12},
+                {ERROR_DISK_FULL, 13},
+                {ERROR_HANDLE_EOF, 14},
+                {12345, 1}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.error);
+        const LONG error = static_cast<LONG>(row.error);
+        EXPECT_EQ(CFileException::OsErrorToException(error), row.cause);
+        int thrown = 0;
+        try {
+            CFileException::ThrowOsError(error, _T("file"));
+        } catch (CFileException* e) {
+            thrown = e->m_cause;
+            EXPECT_EQ(e->m_lOsError, error);
+            EXPECT_EQ(e->m_strFileName, _T("file"));
+            e->Delete();
+        }
+        EXPECT_EQ(thrown, row.cause);  // no error, no exception
+    }
+}
+
+TEST(Exception, TellsAMessageThatFitsItsRoom) {
+    TCHAR text[32];
+    UINT help = 7;
+    const CFileException file(CFileException::fileNotFound, 2, _T("C:\\a.b"));
+    EXPECT_TRUE(file.GetErrorMessage(text, 32, &help));
+    EXPECT_EQ(CString(text), _T("C:\\a.b was not found."));
+    EXPECT_EQ(help, 0U);
+    EXPECT_TRUE(file.GetErrorMessage(text, 5));
+    EXPECT_EQ(CString(text), _T("C:\\a"));
+    EXPECT_FALSE(file.GetErrorMessage(text, 0));
+    EXPECT_TRUE(CFileException(999).GetErrorMessage(text, 11));
+    EXPECT_EQ(CString(text), _T("An unknown"));
+    EXPECT_TRUE(CArchiveException(CArchiveException::badSchema, _T("50%s.kda")).GetErrorMessage(text, 32));
+    EXPECT_EQ(CString(text), _T("50%s.kda contains an incorrect "));
+    EXPECT_FALSE(CException().GetErrorMessage(text, 32));
+    EXPECT_EQ(text[0], 0);
+}
+
+class CCounted : public CException {
+public:
+    ~CCounted() override { ++deleted; }
+    static inline int deleted = 0;
+};
+
+void ThrowThroughAFunction() {
+    throw new CCounted;
+}
+
+TEST(Exception, IsCaughtByItsBaseAndDeletedByTheCatcher) {
+    try {
+        ThrowThroughAFunction();
+        FAIL();
+    } catch (CException* e) {
+        EXPECT_EQ(CCounted::deleted, 0);
+        e->Delete();
+    }
+    EXPECT_EQ(CCounted::deleted, 1);
+}
+
+TEST(Exception, OfASimpleKindIsSharedAndOutlivesItsCatchers) {
+    const struct {
+        void (*raise)();
+        CRuntimeClass* kind;
+    } rows[] = {{&AfxThrowMemoryException, RUNTIME_CLASS(CMemoryException)},
+                {&AfxThrowResourceException, RUNTIME_CLASS(CResourceException)},
+                {&AfxThrowInvalidArgException, RUNTIME_CLASS(CInvalidArgException)},
+                {&AfxThrowNotSupportedException, RUNTIME_CLASS(CNotSupportedException)}};
+    for (const auto& row : rows) {
+        const CException* first = nullptr;
+        for (int i = 0; i < 2; ++i) {
+            try {
+                row.raise();
+                FAIL();
+            } catch (CException* e) {
+                TCHAR text[80];
+                EXPECT_TRUE(e->GetErrorMessage(text, 80));
+                EXPECT_EQ(e->GetRuntimeClass(), row.kind);
+                EXPECT_TRUE(first == nullptr || first == e);
+                first = e;
+                e->Delete();
+            }
+        }
+    }
+}
+
+TEST(Exception, CarriesAResultByValue) {
+    try {
+        AtlThrow(HRESULT_FROM_WIN32(ERROR_NOT_ENOUGH_MEMORY));
+        FAIL();
+    } catch (const CAtlException& e) {
+        EXPECT_EQ(static_cast<DWORD>(e.m_hr), 0x80070008U);
+    }
+}
+
+}  // namespace

@@ -1,0 +1,295 @@
+#include <gtest/gtest.h>
+#include <tchar.h>
+#include <windows.h>
+#include <winternl.h>
+
+#include <cstring>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "support/handles.h"
+#include "support/temp_folder.h"
+
+namespace {
+
+using test::Narrow;
+using test::TempFolder;
+using test::Text;
+
+constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+
+HANDLE Open(const Text& path, DWORD access) {
+    return CreateFileW(path.c_str(), access, kShareAll, nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+}
+
+DWORD ErrorOf(BOOL done) {
+    return done ? ERROR_SUCCESS : GetLastError();
+}
+
+LONGLONG ValueOf(const FILETIME& time) {
+    return static_cast<LONGLONG>((static_cast<ULONGLONG>(time.dwHighDateTime) << 32) | time.dwLowDateTime);
+}
+
+DWORD Dispose(HANDLE file, bool remove = true) {
+    FILE_DISPOSITION_INFO info{};
+    info.DeleteFile = remove;
+    return ErrorOf(SetFileInformationByHandle(file, FileDispositionInfo, &info, sizeof info));
+}
+
+TEST(Attributes, TellTheKindAndComeBackAsSet) {
+    const TempFolder folder;
+    const Text path = folder.Write(_T("file"), "12345");
+    constexpr DWORD kNotOurs = FILE_ATTRIBUTE_NORMAL | FILE_ATTRIBUTE_ARCHIVE | FILE_ATTRIBUTE_NOT_CONTENT_INDEXED;
+    const struct {
+        DWORD set;
+        DWORD shown;
+    } rows[] = {
+        {FILE_ATTRIBUTE_READONLY, FILE_ATTRIBUTE_READONLY},
+        {FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_ARCHIVE, FILE_ATTRIBUTE_READONLY},
+        {FILE_ATTRIBUTE_NORMAL, 0},
+        {FILE_ATTRIBUTE_READONLY, FILE_ATTRIBUTE_READONLY},
+        {FILE_ATTRIBUTE_ARCHIVE, 0},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.set);
+        EXPECT_TRUE(SetFileAttributesW(path.c_str(), row.set));
+        EXPECT_EQ(GetFileAttributesW(path.c_str()) & ~kNotOurs, row.shown);
+    }
+    EXPECT_NE(GetFileAttributesW(path.c_str()), 0U) << "a file without attributes is NORMAL";
+    EXPECT_EQ(GetFileAttributesW(folder.Path().c_str()) & ~kNotOurs, FILE_ATTRIBUTE_DIRECTORY);
+    for (const auto& [name, error] : std::map<Text, DWORD>{{folder.Path(_T("missing")), ERROR_FILE_NOT_FOUND},
+                                                           {folder.Path(_T("missing\\x")), ERROR_PATH_NOT_FOUND}}) {
+        WIN32_FILE_ATTRIBUTE_DATA data;
+        EXPECT_EQ(GetFileAttributesW(name.c_str()), INVALID_FILE_ATTRIBUTES);
+        EXPECT_EQ(GetLastError(), error);
+        EXPECT_EQ(ErrorOf(GetFileAttributesExW(name.c_str(), GetFileExInfoStandard, &data)), error);
+        EXPECT_EQ(ErrorOf(SetFileAttributesW(name.c_str(), FILE_ATTRIBUTE_NORMAL)), error);
+    }
+}
+
+TEST(Attributes, TimesGoIntoAFileAndComeOutByEveryWay) {
+    const TempFolder folder;
+    const Text path = folder.Write(_T("file"), "12345");
+    const FILETIME written{0x89ABCDE0, 0x01BF0000};   // in 2000
+    const FILETIME accessed{0x00000010, 0x01DA0000};  // in 2023
+    const test::Handle file(Open(path, GENERIC_READ | GENERIC_WRITE));
+    ASSERT_TRUE(SetFileTime(file, nullptr, &accessed, &written));
+
+    WIN32_FILE_ATTRIBUTE_DATA by_name;
+    ASSERT_TRUE(GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &by_name));
+    EXPECT_EQ(ValueOf(by_name.ftLastWriteTime), ValueOf(written));
+    EXPECT_EQ(ValueOf(by_name.ftLastAccessTime), ValueOf(accessed));
+    EXPECT_EQ(by_name.nFileSizeLow, 5U);
+
+    BY_HANDLE_FILE_INFORMATION by_handle;
+    ASSERT_TRUE(GetFileInformationByHandle(file, &by_handle));
+    EXPECT_EQ(ValueOf(by_handle.ftLastWriteTime), ValueOf(written));
+    EXPECT_EQ(by_handle.nFileSizeLow, 5U);
+    EXPECT_EQ(by_handle.nNumberOfLinks, 1U);
+
+    FILE_BASIC_INFO basic{};
+    ASSERT_TRUE(GetFileInformationByHandleEx(file, FileBasicInfo, &basic, sizeof basic));
+    EXPECT_EQ(basic.LastWriteTime.QuadPart, ValueOf(written));
+    EXPECT_EQ(basic.CreationTime.QuadPart, ValueOf(by_handle.ftCreationTime));
+
+    FILE_BASIC_INFO change{};
+    change.LastWriteTime.QuadPart = ValueOf(accessed);
+    change.FileAttributes = FILE_ATTRIBUTE_READONLY;
+    EXPECT_TRUE(SetFileInformationByHandle(file, FileBasicInfo, &change, sizeof change));
+    FILETIME now_accessed, now_written;
+    EXPECT_TRUE(GetFileTime(file, nullptr, &now_accessed, &now_written));
+    EXPECT_EQ(ValueOf(now_written), ValueOf(accessed));
+    EXPECT_EQ(ValueOf(now_accessed), ValueOf(accessed)) << "0 keeps a time";
+    EXPECT_NE(GetFileAttributesW(path.c_str()) & FILE_ATTRIBUTE_READONLY, 0U);
+    change = {};
+    change.FileAttributes = FILE_ATTRIBUTE_NORMAL;
+    EXPECT_TRUE(SetFileInformationByHandle(file, FileBasicInfo, &change, sizeof change));
+    EXPECT_EQ(GetFileAttributesW(path.c_str()) & FILE_ATTRIBUTE_READONLY, 0U);
+}
+
+TEST(FileByHandle, TellsSizeAndKind) {
+    const TempFolder folder;
+    const test::Handle file(Open(folder.Write(_T("file"), "12345"), GENERIC_WRITE));
+    FILE_END_OF_FILE_INFO end{};
+    end.EndOfFile.QuadPart = 3;
+    EXPECT_TRUE(SetFileInformationByHandle(file, FileEndOfFileInfo, &end, sizeof end));
+    EXPECT_EQ(folder.Read(_T("file")), "123");
+    FILE_STANDARD_INFO standard;
+    EXPECT_TRUE(GetFileInformationByHandleEx(file, FileStandardInfo, &standard, sizeof standard));
+    EXPECT_EQ(standard.EndOfFile.QuadPart, 3);
+    EXPECT_FALSE(standard.Directory || standard.DeletePending);
+    EXPECT_EQ(ErrorOf(GetFileInformationByHandleEx(file, FileStandardInfo, &standard, 4)), ERROR_BAD_LENGTH);
+
+    const test::Handle itself(Open(folder.Path(), FILE_READ_ATTRIBUTES));
+    EXPECT_TRUE(GetFileInformationByHandleEx(itself, FileStandardInfo, &standard, sizeof standard));
+    EXPECT_TRUE(standard.Directory);
+    FILE_ATTRIBUTE_TAG_INFO tag;
+    EXPECT_TRUE(GetFileInformationByHandleEx(itself, FileAttributeTagInfo, &tag, sizeof tag));
+    EXPECT_EQ(tag.FileAttributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_REPARSE_POINT), FILE_ATTRIBUTE_DIRECTORY);
+}
+
+// The names and sizes that a listing in steps of `size` bytes gives; `calls` counts the steps that gave something.
+std::map<Text, LONGLONG> List(HANDLE folder, DWORD size, int& calls) {
+    std::map<Text, LONGLONG> entries;
+    std::vector<LONGLONG> buffer(size / sizeof(LONGLONG));
+    FILE_INFO_BY_HANDLE_CLASS step = FileFullDirectoryRestartInfo;
+    calls = 0;
+    while (GetFileInformationByHandleEx(folder, step, buffer.data(), size)) {
+        step = FileFullDirectoryInfo;
+        ++calls;
+        const auto* at = reinterpret_cast<const BYTE*>(buffer.data());
+        for (ULONG next = 1; next != 0; at += next) {
+            const auto* const entry = reinterpret_cast<const FILE_FULL_DIR_INFO*>(at);
+            EXPECT_TRUE(
+                entries.emplace(Text(entry->FileName, entry->FileNameLength / sizeof(TCHAR)), entry->EndOfFile.QuadPart).second);
+            next = entry->NextEntryOffset;
+        }
+    }
+    EXPECT_EQ(GetLastError(), ERROR_NO_MORE_FILES);
+    return entries;
+}
+
+TEST(FileByHandle, ListsAFolderInStepsOfAnySize) {
+    const TempFolder folder;
+    std::map<Text, LONGLONG> expected{{_T("."), 0}, {_T(".."), 0}};
+    for (std::size_t i = 1; i <= 40; ++i) {
+        const Text name = Text(i, _T('n')) + _T("\u00E9");
+        folder.Write(name, std::string(i, 'x'));
+        expected[name] = static_cast<LONGLONG>(i);
+    }
+    const test::Handle listed(Open(folder.Path(), FILE_LIST_DIRECTORY | SYNCHRONIZE));
+    for (const DWORD size : {65536U, 4096U, 256U}) {
+        SCOPED_TRACE(size);
+        int calls = 0;
+        auto found = List(listed, size, calls);
+        found[_T(".")] = found[_T("..")] = 0;  // their size is the file system's own affair
+        EXPECT_TRUE(found == expected) << found.size();
+        EXPECT_EQ(calls == 1, size == 65536);
+    }
+    LONGLONG small[14];  // one record with a name of a few characters fits
+    BOOL done = GetFileInformationByHandleEx(listed, FileFullDirectoryRestartInfo, small, sizeof small);
+    for (int i = 0; done && i < 100; ++i) {
+        done = GetFileInformationByHandleEx(listed, FileFullDirectoryInfo, small, sizeof small);
+    }
+    EXPECT_EQ(ErrorOf(done), ERROR_MORE_DATA);
+    int calls = 0;
+    EXPECT_EQ(List(listed, 65536, calls).size(), expected.size()) << "begins anew from the middle";
+
+    const test::Handle file(Open(folder.Write(_T("file"), ""), GENERIC_READ));
+    EXPECT_EQ(ErrorOf(GetFileInformationByHandleEx(file, FileFullDirectoryInfo, small, sizeof small)), ERROR_INVALID_PARAMETER);
+}
+
+TEST(FileByHandle, DisposesWhenTheHandleIsClosed) {
+    const TempFolder folder;
+    const Text file = folder.Write(_T("file"), "");
+    const Text read_only = folder.Write(_T("read-only"), "");
+    ASSERT_TRUE(SetFileAttributesW(read_only.c_str(), FILE_ATTRIBUTE_READONLY));
+    const Text full = folder.MakeFolder(_T("full"));
+    folder.Write(_T("full\\x"), "");
+    const struct {
+        Text path;
+        DWORD access;
+        DWORD error;
+    } rows[] = {
+        {file, GENERIC_READ, ERROR_ACCESS_DENIED},
+        {read_only, DELETE, ERROR_ACCESS_DENIED},
+        {full, DELETE, ERROR_DIR_NOT_EMPTY},
+        {folder.MakeFolder(_T("empty")), DELETE, ERROR_SUCCESS},
+        {file, DELETE, ERROR_SUCCESS},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(Narrow(row.path));
+        test::Handle handle(Open(row.path, row.access));
+        EXPECT_EQ(Dispose(handle), row.error);
+        handle.Close();
+        EXPECT_EQ(GetFileAttributesW(row.path.c_str()) == INVALID_FILE_ATTRIBUTES, row.error == ERROR_SUCCESS);
+    }
+    const Text kept = folder.Write(_T("kept"), "");
+    test::Handle handle(Open(kept, DELETE));
+    EXPECT_EQ(Dispose(handle), ERROR_SUCCESS);
+    EXPECT_EQ(Dispose(handle, false), ERROR_SUCCESS);
+    handle.Close();
+    EXPECT_TRUE(folder.Has(_T("kept")));
+    EXPECT_TRUE(SetFileAttributesW(read_only.c_str(), FILE_ATTRIBUTE_NORMAL));
+}
+
+TEST(FileByHandle, KnowsItsFinalPath) {
+    const TempFolder folder;
+    const Text path = folder.Write(_T("file"), "");
+    const test::Handle file(Open(path, DELETE));
+    ASSERT_TRUE(MoveFileW(path.c_str(), folder.Path(_T("moved")).c_str()));
+    Text final(1024, 0);
+    const DWORD length = GetFinalPathNameByHandleW(file, final.data(), 1024, FILE_NAME_NORMALIZED | VOLUME_NAME_DOS);
+    final.resize(length);
+    EXPECT_EQ(Narrow(final.substr(0, 4)), "\\\\?\\");
+    EXPECT_EQ(Narrow(final.substr(final.rfind(_T('\\')))), "\\moved");
+    TCHAR small[8] = {_T('u')};
+    EXPECT_EQ(GetFinalPathNameByHandleW(file, small, 8, 0), length + 1);
+    EXPECT_EQ(small[0], _T('u'));
+}
+
+// The error that opening `name` in `folder` gives; on success the handle is `opened`.
+DWORD OpenIn(HANDLE folder, const Text& name, ULONG options, test::Handle& opened) {
+    UNICODE_STRING text{static_cast<USHORT>(name.size() * sizeof(TCHAR)), static_cast<USHORT>(name.size() * sizeof(TCHAR)),
+                        const_cast<TCHAR*>(name.data())};
+    OBJECT_ATTRIBUTES attributes;
+    InitializeObjectAttributes(&attributes, &text, OBJ_CASE_INSENSITIVE, folder, nullptr);
+    IO_STATUS_BLOCK status{};
+    HANDLE handle = nullptr;
+    const NTSTATUS result = NtOpenFile(&handle, DELETE | FILE_READ_ATTRIBUTES | SYNCHRONIZE, &attributes, &status, kShareAll,
+                                       options | FILE_SYNCHRONOUS_IO_NONALERT | FILE_OPEN_FOR_BACKUP_INTENT);
+    opened = test::Handle(handle);
+    return RtlNtStatusToDosError(result);
+}
+
+TEST(RelativeOpen, LooksOnlyIntoTheFolderItself) {
+    const TempFolder folder;
+    folder.MakeFolder(_T("base"));
+    folder.MakeFolder(_T("base\\folder"));
+    folder.Write(_T("base\\file"), "");
+    folder.Write(_T("outside"), "");
+    const test::Handle base(Open(folder.Path(_T("base")), FILE_LIST_DIRECTORY | FILE_TRAVERSE | SYNCHRONIZE));
+    const test::Handle file(Open(folder.Path(_T("outside")), GENERIC_READ));
+    const struct {
+        HANDLE root;
+        const TCHAR* name;
+        ULONG options;
+        DWORD error;
+    } rows[] = {
+        {base, _T("file"), 0, ERROR_SUCCESS},
+        {base, _T("file"), FILE_NON_DIRECTORY_FILE | FILE_OPEN_REPARSE_POINT, ERROR_SUCCESS},
+        {base, _T("file"), FILE_DIRECTORY_FILE, ERROR_DIRECTORY},
+        {base, _T("folder"), FILE_DIRECTORY_FILE | FILE_OPEN_REPARSE_POINT, ERROR_SUCCESS},
+        {base, _T("folder"), FILE_NON_DIRECTORY_FILE, ERROR_ACCESS_DENIED},
+        {base, _T("missing"), 0, ERROR_FILE_NOT_FOUND},
+        {base, _T(".."), 0, ERROR_INVALID_NAME},
+        {base, _T("../outside"), 0, ERROR_INVALID_NAME},
+        {nullptr, _T("file"), 0, ERROR_BAD_PATHNAME},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(Narrow(row.name) + " " + std::to_string(row.options));
+        test::Handle opened;
+        EXPECT_EQ(OpenIn(row.root, row.name, row.options, opened), row.error);
+    }
+    test::Handle opened;
+    EXPECT_NE(OpenIn(file, _T("x"), 0, opened), ERROR_SUCCESS) << "a file has no entries";
+}
+
+TEST(RelativeOpen, ReachesTheFolderThatWasOpenedAfterItHasMoved) {
+    const TempFolder folder;
+    folder.MakeFolder(_T("base"));
+    folder.Write(_T("base\\x"), "");
+    const test::Handle base(Open(folder.Path(_T("base")), FILE_LIST_DIRECTORY | FILE_TRAVERSE | SYNCHRONIZE));
+    ASSERT_TRUE(MoveFileW(folder.Path(_T("base")).c_str(), folder.Path(_T("moved")).c_str()));
+    folder.MakeFolder(_T("base"));
+    folder.Write(_T("base\\x"), "");  // a new folder under the old name
+    test::Handle opened;
+    EXPECT_EQ(OpenIn(base, _T("x"), FILE_NON_DIRECTORY_FILE | FILE_OPEN_REPARSE_POINT, opened), ERROR_SUCCESS);
+    EXPECT_EQ(Dispose(opened), ERROR_SUCCESS);
+    opened.Close();
+    EXPECT_FALSE(folder.Has(_T("moved\\x")));
+    EXPECT_TRUE(folder.Has(_T("base\\x")));
+}
+
+}  // namespace
