@@ -1,4 +1,4 @@
-// Names of the files that match a pattern, in a folder of 10,000: one in a hundred, and all of them.
+// A folder of 10,000 files: the names that match a pattern, one in a hundred; and all of them with their size and time.
 
 #include <benchmark/benchmark.h>
 #include <kadata/directory.h>
@@ -32,27 +32,41 @@ const Folder& TheFolder() {
     return folder;
 }
 
-void KaDataList(benchmark::State& state, LPCTSTR pattern) {
+void KaDataNames(benchmark::State& state) {
     const CString folder(TheFolder().Path().u16string().c_str());
     for (auto _ : state) {
         CStringArray names;
-        benchmark::DoNotOptimize(CDirectory::ListFiles(folder, names, pattern, ~static_cast<DWORD>(FILE_ATTRIBUTE_DIRECTORY)));
+        benchmark::DoNotOptimize(
+            CDirectory::ListFiles(folder, names, _T("*.log"), ~static_cast<DWORD>(FILE_ATTRIBUTE_DIRECTORY)));
     }
 }
 
-// The extension, empty for any, without regard to case as our patterns are.
-bool Matches(const std::string& name, const std::string& extension) {
-    return name.size() >= extension.size() &&
-           std::equal(extension.rbegin(), extension.rend(), name.rbegin(),
-                      [](char a, char b) { return a == std::tolower(static_cast<unsigned char>(b)); });
+void KaDataDetails(benchmark::State& state) {
+    const CString pattern = CDirectory::Concat(TheFolder().Path().u16string().c_str(), _T("*.*"));
+    for (auto _ : state) {
+        WIN32_FIND_DATAW found;
+        const HANDLE find =
+            FindFirstFileExW(pattern, FindExInfoBasic, &found, FindExSearchNameMatch, nullptr, FIND_FIRST_EX_LARGE_FETCH);
+        do {
+            benchmark::DoNotOptimize(found);
+        } while (FindNextFileW(find, &found));
+        FindClose(find);
+    }
 }
 
-void StandardList(benchmark::State& state, const std::string& extension) {
+// Without regard to case, as our patterns are.
+bool HasExtension(const std::string& name, const std::string& extension) {
+    return name.size() >= extension.size() && std::equal(extension.rbegin(), extension.rend(), name.rbegin(), [](char a, char b) {
+               return a == std::tolower(static_cast<unsigned char>(b));
+           });
+}
+
+void StandardNames(benchmark::State& state) {
     const fs::path& folder = TheFolder().Path();
     for (auto _ : state) {
         std::vector<std::u16string> names;
         for (const fs::directory_entry& entry : fs::directory_iterator(folder)) {
-            if (Matches(entry.path().filename().native(), extension) && entry.status().type() == fs::file_type::regular) {
+            if (HasExtension(entry.path().filename().native(), ".log") && entry.is_regular_file()) {
                 names.push_back(entry.path().filename().u16string());
             }
         }
@@ -60,12 +74,21 @@ void StandardList(benchmark::State& state, const std::string& extension) {
     }
 }
 
-[[maybe_unused]] const bool registered = [] {
-    benchmark::RegisterBenchmark("list/kadata/some", KaDataList, _T("*.log"));
-    benchmark::RegisterBenchmark("list/std_filesystem/some", StandardList, ".log");
-    benchmark::RegisterBenchmark("list/kadata/all", KaDataList, _T("*.*"));
-    benchmark::RegisterBenchmark("list/std_filesystem/all", StandardList, "");
-    return true;
-}();
+void StandardDetails(benchmark::State& state) {
+    const fs::path& folder = TheFolder().Path();
+    for (auto _ : state) {
+        for (const fs::directory_entry& entry : fs::directory_iterator(folder)) {
+            benchmark::DoNotOptimize(entry.path().filename().u16string());
+            benchmark::DoNotOptimize(entry.is_regular_file());
+            benchmark::DoNotOptimize(entry.file_size());
+            benchmark::DoNotOptimize(entry.last_write_time());
+        }
+    }
+}
+
+BENCHMARK(KaDataNames)->Name("list/kadata/names_by_pattern");
+BENCHMARK(StandardNames)->Name("list/std_filesystem/names_by_pattern");
+BENCHMARK(KaDataDetails)->Name("list/kadata/all_with_size_and_time");
+BENCHMARK(StandardDetails)->Name("list/std_filesystem/all_with_size_and_time");
 
 }  // namespace

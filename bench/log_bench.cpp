@@ -124,7 +124,9 @@ void WriteFromProcesses(benchmark::State& state, const std::string& who) {
         benchmark::RegisterBenchmark(("log/" + who + "/4threads").c_str(), WriteMessages, who)->Threads(4)->UseRealTime();
     }
     for (const std::string who : {"kadata", "log4cplus"}) {
-        benchmark::RegisterBenchmark(("log/" + who + "/4processes").c_str(), WriteFromProcesses, who)->Iterations(3)->UseManualTime();
+        benchmark::RegisterBenchmark(("log/" + who + "/4processes").c_str(), WriteFromProcesses, who)
+            ->Iterations(3)
+            ->UseManualTime();
     }
     return true;
 }();

@@ -27,11 +27,14 @@ public:
 class SpdlogWriter : public ILogWriter {
 public:
     explicit SpdlogWriter(const std::string& folder)
-        : m_logger("bench", std::make_shared<spdlog::sinks::rotating_file_sink_mt>(folder + "/spdlog.log", kFileSize, kFileCount)) {
+        : m_logger("bench",
+                   std::make_shared<spdlog::sinks::rotating_file_sink_mt>(folder + "/spdlog.log", kFileSize, kFileCount)) {
         m_logger.set_pattern("%Y-%m-%d;  %H:%M:%S;  P%P.%t  @%l;\t%v\n");
         m_logger.flush_on(spdlog::level::trace);
     }
-    void Write(int number) override { m_logger.info("patient {} of {} was written to the archive in {} ms", number, "practice A", 17U); }
+    void Write(int number) override {
+        m_logger.info("patient {} of {} was written to the archive in {} ms", number, "practice A", 17U);
+    }
 
 private:
     spdlog::logger m_logger;
@@ -39,7 +42,7 @@ private:
 
 class Log4cplusWriter : public ILogWriter {
 public:
-    explicit Log4cplusWriter(const std::string& folder) {
+    explicit Log4cplusWriter(const std::string& folder) : m_logger(Root()) {
         log4cplus::helpers::Properties properties;
         properties.setProperty("log4cplus.rootLogger", "INFO, FILE");
         properties.setProperty("log4cplus.appender.FILE", "log4cplus::RollingFileAppender");
@@ -49,16 +52,22 @@ public:
         properties.setProperty("log4cplus.appender.FILE.UseLockFile", "true");
         properties.setProperty("log4cplus.appender.FILE.LockFile", folder + "/log4cplus.lock");
         properties.setProperty("log4cplus.appender.FILE.layout", "log4cplus::PatternLayout");
-        properties.setProperty("log4cplus.appender.FILE.layout.ConversionPattern", "%D{%Y-%m-%d;  %H:%M:%S};  P%i.%t  @%p;\t%m%n%n");
+        properties.setProperty("log4cplus.appender.FILE.layout.ConversionPattern",
+                               "%D{%Y-%m-%d;  %H:%M:%S};  P%i.%t  @%p;\t%m%n%n");
         log4cplus::PropertyConfigurator(properties).configure();
     }
+    ~Log4cplusWriter() override { m_logger.removeAllAppenders(); }
     void Write(int number) override {
         LOG4CPLUS_INFO_FMT(m_logger, "patient %d of %s was written to the archive in %u ms", number, "practice A", 17U);
     }
 
 private:
-    log4cplus::Initializer m_initializer;
-    log4cplus::Logger m_logger = log4cplus::Logger::getRoot();
+    static log4cplus::Logger Root() {
+        static const log4cplus::Initializer initializer;  // it cannot be made a second time
+        return log4cplus::Logger::getRoot();
+    }
+
+    log4cplus::Logger m_logger;
 };
 
 }  // namespace

@@ -11,7 +11,9 @@ add_library(KaData::KaData ALIAS KaData)
 target_link_libraries(KaData PRIVATE kadata_objects PkgConfig::ICU PkgConfig::SQLITE Threads::Threads ${CMAKE_DL_LIBS})
 set_target_properties(KaData PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
 target_compile_features(KaData PUBLIC cxx_std_20)
-target_link_options(KaData PRIVATE $<$<NOT:$<BOOL:${KADATA_SANITIZE}>>:-Wl,--no-undefined>)
+if(NOT KADATA_SANITIZE)  # their run-time is in the program
+    target_link_options(KaData PRIVATE -Wl,--no-undefined)
+endif()
 target_include_directories(
     KaData
     PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include>

@@ -1,6 +1,10 @@
-# kadata_resources(target file.rc): compiles a host's resources into <program>.res beside the program, where the library finds them.
+# A host's own resources, compiled as the home platform does it. On Linux the library reads them from <program>.res beside the program,
+# and from resource-only modules.
+find_program(KADATA_WINDRES x86_64-w64-mingw32-windres REQUIRED)
+find_program(KADATA_MODULE_LINKER x86_64-w64-mingw32-ld REQUIRED)
+
+# kadata_resources(target script.rc): <target>.res beside the program.
 function(kadata_resources target script)
-    find_program(KADATA_WINDRES x86_64-w64-mingw32-windres REQUIRED)
     set(source ${CMAKE_CURRENT_SOURCE_DIR}/${script})
     set(compiled ${CMAKE_CURRENT_BINARY_DIR}/${target}.res)
     add_custom_command(
@@ -8,9 +12,22 @@ function(kadata_resources target script)
         COMMAND ${KADATA_WINDRES} -c 65001 -O res -i ${source} -o ${compiled}
         DEPENDS ${source}
         VERBATIM)
-    add_custom_target(${target}_res ALL DEPENDS ${compiled})
-    add_dependencies(${target} ${target}_res)
-    if(NOT CMAKE_RUNTIME_OUTPUT_DIRECTORY STREQUAL "")
-        add_custom_command(TARGET ${target} POST_BUILD COMMAND ${CMAKE_COMMAND} -E copy_if_different ${compiled} $<TARGET_FILE_DIR:${target}>/)
-    endif()
+    add_custom_target(${target}_resources ALL DEPENDS ${compiled})
+    add_dependencies(${target} ${target}_resources)
+endfunction()
+
+# kadata_resource_module(name script.rc [definition...]): <name>.dll, a module that holds nothing but resources.
+function(kadata_resource_module name script)
+    set(source ${CMAKE_CURRENT_SOURCE_DIR}/${script})
+    set(object ${CMAKE_CURRENT_BINARY_DIR}/${name}.resources.o)
+    set(module ${CMAKE_CURRENT_BINARY_DIR}/${name}.dll)
+    list(TRANSFORM ARGN PREPEND -D OUTPUT_VARIABLE definitions)
+    add_custom_command(
+        OUTPUT ${module}
+        COMMAND ${KADATA_WINDRES} -c 65001 ${definitions} -O coff -i ${source} -o ${object}
+        COMMAND ${KADATA_MODULE_LINKER} -shared --entry=0 -o ${module} ${object}
+        DEPENDS ${source}
+        BYPRODUCTS ${object}
+        VERBATIM)
+    add_custom_target(${name}_module ALL DEPENDS ${module})
 endfunction()
