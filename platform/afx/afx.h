@@ -1,7 +1,6 @@
 #pragma once
 
-// The foundation classes but for collections (afxcoll.h, afxtempl.h) and locks
-// (afxmt.h). This header only gathers them.
+// The foundation classes but for collections (afxcoll.h, afxtempl.h) and locks (afxmt.h). This header only gathers them.
 
 #include <windows.h>
 

@@ -18,8 +18,7 @@ constexpr DWORD kLongerThanDword = 0xFFFFFFFF;
 constexpr std::size_t kLongestPrefix = 18;  // bytes, with the mark
 constexpr std::size_t kLongestText = std::numeric_limits<int>::max();
 
-// Bytes whose number only the data claim: memory grows with what has arrived,
-// so that a wrong length costs none.
+// Bytes whose number only the data claim: memory grows with what has arrived, so that a wrong length costs none.
 std::vector<BYTE> ReadBytes(CArchive& ar, std::size_t count) {
     std::vector<BYTE> bytes;
     while (bytes.size() < count) {

@@ -1,17 +1,12 @@
 #pragma once
 
-// A stream of binary values over a CFile. All values are little-endian on the
-// disk, whatever the machine is.
+// A stream of binary values over a CFile. All values are little-endian on the disk, whatever the machine is.
 //
-// An archive either stores or loads. Doing the other thing throws
-// CArchiveException*: readOnly when a loading one is written to, writeOnly when
-// a storing one is read. A value that the data end before throws endOfFile;
-// nothing of it is then taken, but for the length of a text. Using a closed or
-// aborted archive throws genericException. The file's own failures pass through
-// as CFileException*; one that comes while storing aborts the archive, so that
-// nothing lands behind a gap. The file stays the caller's, and is not to be
-// used until the archive is closed. One archive is used by one thread at a
-// time.
+// An archive either stores or loads. Doing the other thing throws CArchiveException*: readOnly when a loading one is written
+// to, writeOnly when a storing one is read. Data that end before a value does throw endOfFile, and its target stays as it was.
+// Using a closed or aborted archive throws genericException. The file's own failures pass
+// through as CFileException*; one that comes while storing aborts the archive, so that nothing lands behind a gap. The file
+// stays the caller's, and is not to be used until the archive is closed. One archive is used by one thread at a time.
 
 #include <bit>
 #include <cstring>
@@ -21,8 +16,7 @@
 
 #include "afx_file.h"
 
-// Types whose width on the disk is certain: a native long is 4 bytes on one
-// platform and 8 on another, so only the former goes.
+// Types whose width on the disk is certain: a native long may have 4 or 8 bytes, and only the former is taken.
 template <class T>
 concept ArchiveValue = std::is_arithmetic_v<T> && sizeof(T) <= 8 &&
                        !((std::is_same_v<T, long> || std::is_same_v<T, unsigned long>)&&sizeof(long) != 4) &&
@@ -77,8 +71,7 @@ inline void LoadUnits(TCHAR* units, const BYTE* source, std::size_t count) {
     }
 }
 
-// The commonest text: the mark of wide characters, FF FE FF, and a length in
-// one byte.
+// The commonest text: the mark of wide characters, FF FE FF, and a length in one byte.
 inline constexpr std::size_t kShortTextPrefix = 4;
 inline constexpr std::size_t kShortTextLimit = 0xFF;
 
@@ -89,13 +82,11 @@ public:
     enum Mode : UINT { store = 0, load = 1, bNoFlushOnDelete = 2, bNoByteSwap = 4 };
     static constexpr int DEFAULT_BUFFER = 4096;
 
-    // `buffer`, when given, has `bufferSize` bytes and stays the caller's. Below
-    // 128 bytes one of 128 is made instead.
+    // `buffer`, when given, has `bufferSize` bytes and stays the caller's. Below 128 bytes one of 128 is made instead.
     CArchive(CFile* file, UINT mode, int bufferSize = DEFAULT_BUFFER, void* buffer = nullptr);
     CArchive(const CArchive&) = delete;
     CArchive& operator=(const CArchive&) = delete;
-    // Closes the archive and swallows what fails then; call Close to be told.
-    // With bNoFlushOnDelete it only aborts.
+    // Closes the archive and swallows what fails then; call Close to be told. With bNoFlushOnDelete it only aborts.
     ~CArchive();
 
     BOOL IsLoading() const { return (m_mode & load) != 0; }
@@ -103,8 +94,7 @@ public:
     // Null once the archive is closed or aborted.
     CFile* GetFile() const { return m_file; }
 
-    // Up to `count` bytes, fewer only at the end of the file; how many there
-    // were.
+    // Up to `count` bytes, fewer only at the end of the file; how many there were.
     UINT Read(void* target, UINT count);
     // Exactly `count` bytes, or endOfFile.
     void EnsureRead(void* target, UINT count);
@@ -117,8 +107,7 @@ public:
         }
     }
 
-    // Hands what is buffered to the file; a loading archive gives back to the
-    // file what it read ahead.
+    // Hands what is buffered to the file; a loading archive gives back to the file what it read ahead.
     void Flush();
     void Close();
     // Lets go of the file without writing anything more.
@@ -162,10 +151,8 @@ public:
         return *this;
     }
 
-    // Text in the wide form or in the narrow one, which is in the ANSI code page.
-    // It changes only when all of it was read, and no more memory is taken than
-    // the data that are there can fill; a length above 2,147,483,647 is end of
-    // file too.
+    // Text in the wide form or in the narrow one, which is in the ANSI code page. It changes only when all of it was read, and no
+    // more memory is taken than the data that are there can fill; a length above 2,147,483,647 is end of file too.
     CArchive& operator>>(CString& text) {
         const BYTE* const source = m_loadAt;
         if (Ahead() < afx::kShortTextPrefix || source[0] != 0xFF || source[1] != 0xFE || source[2] != 0xFF) [[unlikely]] {
@@ -204,19 +191,15 @@ private:
     const std::size_t m_size;               // of the buffer
     const std::unique_ptr<BYTE[]> m_owned;  // null when the buffer is the caller's
     BYTE* const m_start;                    // of the buffer
-    // What is free to store into, and what was read ahead. The pair that the mode
-    // does not use, and both once the file is gone, are empty: one comparison
-    // finds that there is room, that the mode is right and that the archive is
-    // open.
+    // What is free to store into, and what was read ahead. The pair that the mode does not use, and both once the file is gone,
+    // are empty: one comparison finds that there is room, that the mode is right and that the archive is open.
     BYTE* m_storeAt;
     BYTE* m_storeEnd;
     const BYTE* m_loadAt;
     const BYTE* m_loadEnd;
 };
 
-// The length in front of a text: the mark of wide characters when `unicode`,
-// then the length in one, three, seven or fifteen bytes.
+// The length in front of a text: the mark of wide characters when `unicode`, then the length in 1, 3, 7 or 15 bytes.
 KADATA_API void AfxWriteStringLength(CArchive& ar, UINT_PTR length, BOOL unicode);
-// The counterpart; `charSize` becomes 2 behind a mark and 1 without. A length
-// that ends early throws endOfFile.
+// The counterpart; `charSize` becomes 2 behind a mark and 1 without. A length that ends early throws endOfFile.
 KADATA_API UINT_PTR AfxReadStringLength(CArchive& ar, int& charSize);

@@ -59,34 +59,35 @@ constexpr CauseOfError kCauses[] = {
     {ERROR_HANDLE_EOF, CFileException::endOfFile},
 };
 
+// By cause; %s is the file.
 constexpr LPCTSTR kFileMessages[] = {
-    _T("No error occurred."),
-    _T("An unknown error occurred while accessing %s."),
-    _T("%s was not found."),
-    _T("%s contains an invalid path."),
-    _T("%s could not be opened because there are too many open files."),
-    _T("Access to %s was denied."),
-    _T("An invalid file handle was associated with %s."),
-    _T("%s could not be removed because it is the current directory."),
-    _T("%s could not be created because the directory is full."),
-    _T("Seek failed on %s."),
-    _T("A hardware I/O error was reported while accessing %s."),
-    _T("A sharing violation occurred while accessing %s."),
-    _T("A locking violation occurred while accessing %s."),
-    _T("Disk full while accessing %s."),
-    _T("An attempt was made to access %s past its end."),
+    _T("%s: no failure."),
+    _T("%s: unknown failure."),
+    _T("%s: file not found."),
+    _T("%s: the path is not valid."),
+    _T("%s: too many files are open."),
+    _T("%s: access denied."),
+    _T("%s: not a usable file."),
+    _T("%s: a folder in use cannot be removed."),
+    _T("%s: the folder is full."),
+    _T("%s: the position cannot be reached."),
+    _T("%s: the device reports a failure."),
+    _T("%s: in use by somebody else."),
+    _T("%s: locked by somebody else."),
+    _T("%s: the disk is full."),
+    _T("%s: the file ends too early."),
 };
 
 constexpr LPCTSTR kArchiveMessages[] = {
-    _T("No error occurred."),
-    _T("An unknown error occurred while accessing %s."),
-    _T("An attempt was made to write to the reading %s."),
-    _T("An attempt was made to access %s past its end."),
-    _T("An attempt was made to read from the writing %s."),
-    _T("%s has a bad format."),
-    _T("%s contained an unexpected object."),
-    _T("%s contains an incorrect schema."),
-    _T("The buffer of %s is full."),
+    _T("%s: no failure."),
+    _T("%s: unknown failure."),
+    _T("%s: this archive is only read."),
+    _T("%s: the archive ends too early."),
+    _T("%s: this archive is only written."),
+    _T("%s: the archive has another format."),
+    _T("%s: the archive holds another kind of object."),
+    _T("%s: the archive comes from another version."),
+    _T("%s: the archive's buffer is full."),
 };
 
 BOOL CopyMessage(const CString& message, LPTSTR text, UINT capacity) {
@@ -103,12 +104,11 @@ template <std::size_t N>
 BOOL CopyCause(const LPCTSTR (&messages)[N], int cause, const CString& name, LPTSTR text, UINT capacity) {
     const bool known = cause >= 0 && cause < static_cast<int>(N);
     CString message;
-    message.Format(messages[known ? cause : 1], name.IsEmpty() ? _T("an unnamed file") : name.GetString());
+    message.Format(messages[known ? cause : 1], name.IsEmpty() ? _T("File") : name.GetString());
     return CopyMessage(message, text, capacity);
 }
 
-// The shared exceptions are made when they are first thrown and never
-// destroyed: one may be on its way while the process ends.
+// The shared exceptions are made when they are first thrown and never destroyed: one may be on its way while the process ends.
 template <class Exception>
 [[noreturn]] void ThrowShared() {
     alignas(Exception) static unsigned char room[sizeof(Exception)];

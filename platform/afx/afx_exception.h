@@ -1,7 +1,6 @@
 #pragma once
 
-// Exceptions of the foundation classes. They are thrown by pointer and belong
-// to whoever catches them:
+// Exceptions of the foundation classes. They are thrown by pointer and belong to whoever catches them:
 //     catch (CFileException* e) { ... e->Delete(); }
 
 #include "afx_object.h"
@@ -25,8 +24,7 @@ protected:
     BOOL m_bAutoDelete;
 };
 
-// Exceptions of which the process keeps one, so that throwing them needs no
-// memory.
+// Exceptions of which the process keeps one, so that throwing them needs no memory.
 class KADATA_API CSimpleException : public CException {
     DECLARE_DYNAMIC(CSimpleException)
 
@@ -49,21 +47,21 @@ class KADATA_API CResourceException : public CSimpleException {
     DECLARE_DYNAMIC(CResourceException)
 
 public:
-    CResourceException() : CSimpleException(_T("A required resource was unavailable.")) {}
+    CResourceException() : CSimpleException(_T("The system has no resources left.")) {}
 };
 
 class KADATA_API CInvalidArgException : public CSimpleException {
     DECLARE_DYNAMIC(CInvalidArgException)
 
 public:
-    CInvalidArgException() : CSimpleException(_T("An invalid argument was encountered.")) {}
+    CInvalidArgException() : CSimpleException(_T("Invalid argument.")) {}
 };
 
 class KADATA_API CNotSupportedException : public CSimpleException {
     DECLARE_DYNAMIC(CNotSupportedException)
 
 public:
-    CNotSupportedException() : CSimpleException(_T("An attempt was made to do something that is not supported.")) {}
+    CNotSupportedException() : CSimpleException(_T("Not supported.")) {}
 };
 
 class KADATA_API CFileException : public CException {
@@ -91,11 +89,9 @@ public:
     explicit CFileException(int cause = none, LONG osError = -1, LPCTSTR fileName = nullptr)
         : m_cause(cause), m_lOsError(osError), m_strFileName(fileName) {}
 
-    // The cause that stands for an error number of the system; genericException
-    // when none does.
+    // The cause that stands for an error number of the system; genericException when none does.
     static int OsErrorToException(LONG osError);
-    // Throws the exception of that error. Returns, and does nothing, when the
-    // error is 0.
+    // Throws the exception of that error. Returns, and does nothing, when the error is 0.
     static void ThrowOsError(LONG osError, LPCTSTR fileName = nullptr);
 
     BOOL GetErrorMessage(LPTSTR text, UINT capacity, UINT* helpContext = nullptr) const override;

@@ -2,9 +2,8 @@
 
 // Files: CFile on the disk, CMemFile in memory, CStdioFile for lines of text.
 //
-// All of them fail by throwing CFileException* unless said otherwise; it
-// carries cause, error number of the system and path. One object is used by one
-// thread at a time.
+// All of them fail by throwing CFileException* unless said otherwise; it carries cause, error number of the system and path.
+// One object is used by one thread at a time.
 
 #include <string>
 
@@ -60,8 +59,7 @@ public:
     // Fewer bytes than asked for only at the end of the file.
     virtual UINT Read(void* buffer, UINT count);
     virtual void Write(const void* buffer, UINT count);
-    // Position from the start of the file; before its start is an error, behind
-    // its end is not.
+    // Position from the start of the file; before its start is an error, behind its end is not.
     virtual ULONGLONG Seek(LONGLONG offset, UINT from);
     void SeekToBegin() { Seek(0, begin); }
     ULONGLONG SeekToEnd() { return Seek(0, end); }
@@ -78,9 +76,8 @@ public:
     virtual CString GetFilePath() const { return m_strFileName; }
     virtual void SetFilePath(LPCTSTR path) { m_strFileName = path; }
 
-    // FALSE when it cannot be read, or when this file is not on the disk; then
-    // `status` is unchanged. A time before 1970 is left out. By path, a link is
-    // the link itself.
+    // FALSE when it cannot be read, or when this file is not on the disk; then `status` is unchanged. A time before 1970 is
+    // left out. By path, a link is the link itself.
     BOOL GetStatus(CFileStatus& status) const;
     static BOOL GetStatus(LPCTSTR path, CFileStatus& status);
     static void Rename(LPCTSTR from, LPCTSTR to);
@@ -97,8 +94,7 @@ private:
     bool m_closeOnDelete = false;
 };
 
-// A file in memory. It grows as it is written; out of memory, and growing where
-// it must not, throw CMemoryException*.
+// A file in memory. It grows as it is written; out of memory, and growing where it must not, throw CMemoryException*.
 class KADATA_API CMemFile : public CFile {
     DECLARE_DYNAMIC(CMemFile)
 
@@ -109,14 +105,12 @@ public:
     CMemFile(BYTE* bytes, UINT count, UINT growBytes = 0) { Attach(bytes, count, growBytes); }
     ~CMemFile() override;
 
-    // Works in the caller's memory, position at the start. Without growBytes its
-    // bytes are the content, and it never grows. With growBytes the file is
-    // empty, and memory that must grow is taken with realloc: it has to come from
-    // malloc, and the caller gets it back by Detach. In both cases the destructor
-    // does not free it.
+    // Works in the caller's memory, position at the start. Without growBytes its bytes are the content, and it never grows. With
+    // growBytes the file is empty and grows by realloc: the memory has to come from malloc, and the caller gets it back by
+    // Detach. In both cases the destructor does not free it.
     void Attach(BYTE* bytes, UINT count, UINT growBytes = 0);
-    // The memory, null when there is none; the file is empty afterwards. The
-    // caller frees it with free, unless it was attached from elsewhere.
+    // The memory, null when there is none; the file is empty afterwards. The caller frees it with free, unless it was attached
+    // from elsewhere.
     BYTE* Detach();
 
     BOOL Open(LPCTSTR path, UINT flags, CFileException* error = nullptr) override;  // always FALSE: there is no such file
@@ -150,9 +144,8 @@ private:
 
 // Lines of text in the ANSI code page, read and written in blocks.
 //
-// In text mode, the default, "\n" is written as "\r\n" and read back as "\n",
-// and a byte 1A (Ctrl+Z) ends what is read. typeBinary passes all bytes on as
-// they are. Positions and lengths always count the bytes of the file.
+// In text mode, the default, "\n" is written as "\r\n" and read back as "\n", and a byte 1A (Ctrl+Z) ends what is read.
+// typeBinary passes all bytes on as they are. Positions and lengths always count the bytes of the file.
 class KADATA_API CStdioFile : public CFile {
     DECLARE_DYNAMIC(CStdioFile)
 
@@ -163,15 +156,12 @@ public:
     ~CStdioFile() override;
 
     BOOL Open(LPCTSTR path, UINT flags, CFileException* error = nullptr) override;
-    // The next line without its end. FALSE, and an empty text, when there is none
-    // left.
+    // The next line without its end. FALSE, and an empty text, when there is none left.
     virtual BOOL ReadString(CString& line);
-    // The next characters, up to the end of the line, which is included, and to
-    // capacity - 1 units; no character is torn. Returns `line`, or null when
-    // there is nothing left or no room.
+    // The next characters, up to the end of the line, which is included, and to capacity - 1 units; no character is torn.
+    // Returns `line`, or null when there is nothing left or no room.
     virtual LPTSTR ReadString(LPTSTR line, UINT capacity);
-    // Characters that the code page lacks become the nearest that it has, else
-    // "?".
+    // Characters that the code page lacks become the nearest that it has, else "?".
     virtual void WriteString(LPCTSTR text);
 
     UINT Read(void* buffer, UINT count) override;
@@ -201,6 +191,5 @@ private:
     bool m_text = true;
     std::string m_read;        // bytes read ahead of the position
     std::size_t m_readAt = 0;  // the first of them that is not yet taken
-    std::string m_written;     // bytes not yet handed to the system; then nothing is
-                               // read ahead
+    std::string m_written;     // bytes not yet handed to the system; then nothing is read ahead
 };

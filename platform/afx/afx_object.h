@@ -11,8 +11,8 @@
 class CArchive;
 class CObject;
 
-// What is known of a class at run time. Records are constants of their classes;
-// nothing is registered when the library is loaded.
+// What is known of a class at run time. Records are constants of their classes; nothing is registered when the library is
+// loaded.
 struct KADATA_API CRuntimeClass {
     LPCSTR m_lpszClassName;
     int m_nObjectSize;

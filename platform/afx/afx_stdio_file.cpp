@@ -150,8 +150,7 @@ void CStdioFile::Abort() {
     CFile::Abort();
 }
 
-// Up to `wanted` bytes that are now in the buffer at m_readAt; fewer only at
-// the end of what is to be read.
+// Up to `wanted` bytes that are now in the buffer at m_readAt; fewer only at the end of what is to be read.
 std::size_t CStdioFile::Ahead(std::size_t wanted) {
     if (m_read.size() - m_readAt < wanted) {
         WriteOut();

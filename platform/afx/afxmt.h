@@ -12,8 +12,7 @@ class KADATA_API CSyncObject : public CObject {
 public:
     ~CSyncObject() override;
 
-    // Waits at most `milliseconds`. FALSE when the time is over or the wait
-    // failed.
+    // Waits at most `milliseconds`. FALSE when the time is over or the wait failed.
     virtual BOOL Lock(DWORD milliseconds = INFINITE);
     // FALSE when the calling thread has nothing to give back.
     virtual BOOL Unlock() = 0;
@@ -25,8 +24,7 @@ protected:
     CSyncObject() = default;
 };
 
-// Recursive, for the threads of one process. The constructor throws
-// CAtlException when the system cannot give it one.
+// Recursive, for the threads of one process. The constructor throws CAtlException when the system cannot give it one.
 class KADATA_API CCriticalSection : public CSyncObject {
     DECLARE_DYNAMIC(CCriticalSection)
 
@@ -38,8 +36,7 @@ public:
         EnterCriticalSection(&m_sect);
         return TRUE;
     }
-    // Deliberate: the time is ignored, as the class has always done; a critical
-    // section waits for as long as it takes.
+    // Deliberate: the time is ignored, as the class has always done; a critical section waits for as long as it takes.
     BOOL Lock(DWORD /*milliseconds*/) override { return Lock(); }
     BOOL Unlock() override {
         LeaveCriticalSection(&m_sect);
@@ -50,8 +47,7 @@ public:
     CRITICAL_SECTION m_sect;
 };
 
-// Recursive, with a name for all processes. The constructor throws
-// CResourceException* when there is none to be had.
+// Recursive, with a name for all processes. The constructor throws CResourceException* when there is none to be had.
 class KADATA_API CMutex : public CSyncObject {
     DECLARE_DYNAMIC(CMutex)
 
@@ -60,8 +56,8 @@ public:
     BOOL Unlock() override;
 };
 
-// Set or not; without manualReset a successful Lock resets it. The constructor
-// throws CResourceException* when there is none to be had.
+// Set or not; without manualReset a successful Lock resets it. The constructor throws CResourceException* when there is none
+// to be had.
 class KADATA_API CEvent : public CSyncObject {
     DECLARE_DYNAMIC(CEvent)
 

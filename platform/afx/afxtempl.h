@@ -1,16 +1,14 @@
 #pragma once
 
-// CArray and CList. Indices outside an array, and positions that are null,
-// throw CInvalidArgException*; out of memory is std::bad_alloc. An object is
-// used by one thread at a time.
+// CArray and CList. Indices outside an array, and positions that are null, throw CInvalidArgException*; out of memory is
+// std::bad_alloc. An object is used by one thread at a time.
 
 #include <utility>
 #include <vector>
 
 #include "afx_exception.h"
 
-// Where an element of a list stands; null is nowhere. Valid until that element
-// is removed.
+// Where an element of a list stands; null is nowhere. Valid until that element is removed.
 struct AfxPosition;
 using POSITION = AfxPosition*;
 
@@ -24,8 +22,8 @@ public:
     INT_PTR GetUpperBound() const { return GetSize() - 1; }
     BOOL IsEmpty() const { return m_items.empty(); }
 
-    // New elements are value-initialised. The second argument of the classic
-    // interface, a growth step, is accepted and not needed.
+    // New elements are value-initialised. The second argument of the classic interface, a growth step, is accepted and not
+    // needed.
     void SetSize(INT_PTR size, INT_PTR /*growBy*/ = -1) {
         Require(size >= 0 && static_cast<std::size_t>(size) <= m_items.max_size());
         m_items.resize(static_cast<std::size_t>(size));
@@ -110,8 +108,7 @@ private:
 template <class TYPE, class ARG_TYPE = const TYPE&>
 class CList : public CObject {
 public:
-    // The classic interface allocates nodes in blocks of this size; here it is
-    // only remembered as accepted.
+    // The classic interface allocates nodes in blocks of this size; here it is only remembered as accepted.
     explicit CList(INT_PTR /*blockSize*/ = 10) {}
 
     INT_PTR GetCount() const { return m_count; }

@@ -1,6 +1,7 @@
 // Several processes and threads write into one folder.
 
 #include <gtest/gtest.h>
+#include <kadata/directory.h>
 #include <kadata/log.h>
 
 #include <memory>
@@ -17,17 +18,21 @@ using test::ChildProcess;
 using test::TempFolder;
 using test::Text;
 
-constexpr DWORD kFileLimit = 100000;
-constexpr DWORD kFileCount = 900;
+struct Limits {
+    DWORD fileSize;
+    DWORD fileCount;
+};
+constexpr Limits kKeepAll = {100000, 900};
+constexpr Limits kKeepFew = {20000, 5};
 constexpr int kThreads = 2;
 constexpr DWORD kPatience = 600000;  // milliseconds
 
-std::unique_ptr<CLogFile> OpenLog(const Text& folder) {
+std::unique_ptr<CLogFile> OpenLog(const Text& folder, const Limits& limits) {
     CLogFile::SOptions options;
     options.m_strFolder = folder.c_str();
     options.m_dwFlags = CLogFile::HEADER_DATE | CLogFile::HEADER_TIME | CLogFile::HEADER_PROCESS;
-    options.m_dwMaxFileSize = kFileLimit;
-    options.m_dwMaxFileCount = kFileCount;
+    options.m_dwMaxFileSize = limits.fileSize;
+    options.m_dwMaxFileCount = limits.fileCount;
     return std::make_unique<CLogFile>(options);
 }
 
@@ -49,9 +54,9 @@ std::string Expected(int writer, int number) {
     return text + ">";
 }
 
-// folder, first writer, messages: two threads write, each under a writer number of its own.
+// folder, first writer, messages, "all" or "few" files to keep: two threads write, each under a writer number of its own.
 int WriteMessages(const test::ChildArgs& args) {
-    const std::unique_ptr<CLogFile> log = OpenLog(args[0]);
+    const std::unique_ptr<CLogFile> log = OpenLog(args[0], args[3] == _T("all") ? kKeepAll : kKeepFew);
     const int first = _wtoi(args[1].c_str());
     const int count = _wtoi(args[2].c_str());
     std::vector<std::thread> threads;
@@ -69,16 +74,16 @@ int WriteMessages(const test::ChildArgs& args) {
 }
 REGISTER_CHILD(WriteMessages)
 
-std::unique_ptr<ChildProcess> StartWriter(const TempFolder& folder, int first, int count) {
+std::unique_ptr<ChildProcess> StartWriter(const TempFolder& folder, int first, int count, const TCHAR* keep = _T("all")) {
     return std::make_unique<ChildProcess>(test::ChildArgs{_T("WriteMessages"), folder.Path(), test::Widen(std::to_string(first)),
-                                                          test::Widen(std::to_string(count))});
+                                                          test::Widen(std::to_string(count)), keep});
 }
 
 void ExpectOrderedRing(const test::LogFolder& log, std::size_t largestMessage) {
-    EXPECT_LE(log.files.size(), kFileCount);
+    EXPECT_LE(log.files.size(), kKeepAll.fileCount);
     for (std::size_t i = 0; i < log.files.size(); ++i) {
         EXPECT_EQ(log.files[i].first, static_cast<int>(i)) << "a gap in the numbers";
-        EXPECT_LE(log.files[i].second, kFileLimit + largestMessage) << "TARVO" << i;
+        EXPECT_LE(log.files[i].second, kKeepAll.fileSize + largestMessage) << "TARVO" << i;
     }
 }
 
@@ -107,6 +112,24 @@ TEST(LogProcesses, LoseAndMixNothing) {
     }
 }
 
+TEST(LogProcesses, KeepNoMoreFilesThanTheMaximum) {
+    const TempFolder folder;
+    std::vector<std::unique_ptr<ChildProcess>> children;
+    for (int p = 0; p < 4; ++p) {
+        children.push_back(StartWriter(folder, p * kThreads, 2000, _T("few")));
+    }
+    for (const auto& child : children) {
+        while (!child->Wait(1)) {
+            CStringArray names;
+            ASSERT_LE(CDirectory::ListFiles(folder.Path().c_str(), names, _T("*.*"), 0xFFFFFFFF),
+                      static_cast<int>(kKeepFew.fileCount));
+        }
+    }
+    const test::LogFolder log = test::ReadLogFolder(folder.Path());
+    EXPECT_GE(log.files.size(), 2U);
+    EXPECT_TRUE(log.broken.empty());
+}
+
 TEST(LogProcesses, StayWholeWhileOneIsKilledAgainAndAgain) {
     constexpr int kSurvivors = 3;
     constexpr int kMessages = 12000;
@@ -126,7 +149,7 @@ TEST(LogProcesses, StayWholeWhileOneIsKilledAgainAndAgain) {
         EXPECT_EQ(child->Wait(kPatience), 0U);
     }
     EXPECT_GT(kills, 5);
-    OpenLog(folder.Path())->PrintCore(_T("<9999.0>\r\n"));  // ends what the last victim may have left
+    OpenLog(folder.Path(), kKeepAll)->PrintCore(_T("<9999.0>\r\n"));  // ends what the last victim may have left
     const test::LogFolder log = test::ReadLogFolder(folder.Path());
     std::set<std::string> seen(log.messages.begin(), log.messages.end());
     for (int writer = 0; writer < kSurvivors * kThreads; ++writer) {
