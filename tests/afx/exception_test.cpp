@@ -1,41 +1,36 @@
 #include <afx.h>
 #include <gtest/gtest.h>
 
+#include <utility>
+
+#include "expect.h"
+
 namespace {
 
 TEST(Exception, TranslatesTheSystemsErrors) {
-    const struct {
-        DWORD error;
-        int cause;
-    } rows[] = {{0, 0},
-                {ERROR_FILE_NOT_FOUND, 2},
-                {ERROR_PATH_NOT_FOUND, 3},
-                {ERROR_INVALID_NAME, 3},
-                {ERROR_TOO_MANY_OPEN_FILES, 4},
-                {ERROR_ACCESS_DENIED, 5},
-                {ERROR_WRITE_PROTECT, 5},
-                {ERROR_CURRENT_DIRECTORY, 7},
-                {ERROR_NEGATIVE_SEEK, 9},
-                {ERROR_NOT_READY, 10},
-                {ERROR_SHARING_VIOLATION, 11},
-                {ERROR_LOCK_VIOLATION, 12},
-                {ERROR_DISK_FULL, 13},
-                {ERROR_HANDLE_EOF, 14},
-                {12345, 1}};
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.error);
-        const LONG error = static_cast<LONG>(row.error);
-        EXPECT_EQ(CFileException::OsErrorToException(error), row.cause);
-        int thrown = 0;
-        try {
-            CFileException::ThrowOsError(error, _T("file"));
-        } catch (CFileException* e) {
-            thrown = e->m_cause;
-            EXPECT_EQ(e->m_lOsError, error);
-            EXPECT_EQ(e->m_strFileName, _T("file"));
-            e->Delete();
-        }
-        EXPECT_EQ(thrown, row.cause);  // no error, no exception
+    const std::pair<DWORD, int> rows[] = {{0, 0},
+                                          {ERROR_FILE_NOT_FOUND, 2},
+                                          {ERROR_PATH_NOT_FOUND, 3},
+                                          {ERROR_INVALID_NAME, 3},
+                                          {ERROR_TOO_MANY_OPEN_FILES, 4},
+                                          {ERROR_ACCESS_DENIED, 5},
+                                          {ERROR_WRITE_PROTECT, 5},
+                                          {ERROR_CURRENT_DIRECTORY, 7},
+                                          {ERROR_NEGATIVE_SEEK, 9},
+                                          {ERROR_NOT_READY, 10},
+                                          {ERROR_SHARING_VIOLATION, 11},
+                                          {ERROR_LOCK_VIOLATION, 12},
+                                          {ERROR_DISK_FULL, 13},
+                                          {ERROR_HANDLE_EOF, 14},
+                                          {12345, 1}};
+    for (const auto& [number, cause] : rows) {
+        SCOPED_TRACE(number);
+        const LONG error = static_cast<LONG>(number);
+        EXPECT_EQ(CFileException::OsErrorToException(error), cause);
+        CString file;
+        EXPECT_EQ(test::FileCause([&] { CFileException::ThrowOsError(error, _T("file")); }, &file),
+                  cause);  // no error, no exception
+        EXPECT_EQ(file, cause == 0 ? _T("") : _T("file"));
     }
 }
 
@@ -44,38 +39,36 @@ TEST(Exception, TellsAMessageThatFitsItsRoom) {
     UINT help = 7;
     const CFileException file(CFileException::fileNotFound, 2, _T("C:\\a.b"));
     EXPECT_TRUE(file.GetErrorMessage(text, 32, &help));
-    EXPECT_EQ(CString(text), _T("C:\\a.b was not found."));
+    EXPECT_EQ(CString(text), _T("C:\\a.b: file not found."));
     EXPECT_EQ(help, 0U);
     EXPECT_TRUE(file.GetErrorMessage(text, 5));
     EXPECT_EQ(CString(text), _T("C:\\a"));
     EXPECT_FALSE(file.GetErrorMessage(text, 0));
     EXPECT_TRUE(CFileException(999).GetErrorMessage(text, 11));
-    EXPECT_EQ(CString(text), _T("An unknown"));
+    EXPECT_EQ(CString(text), _T("File: unkn"));
     EXPECT_TRUE(CArchiveException(CArchiveException::badSchema, _T("50%s.kda")).GetErrorMessage(text, 32));
-    EXPECT_EQ(CString(text), _T("50%s.kda contains an incorrect "));
+    EXPECT_EQ(CString(text), _T("50%s.kda: the archive comes fro"));
     EXPECT_FALSE(CException().GetErrorMessage(text, 32));
     EXPECT_EQ(text[0], 0);
 }
 
-class CCounted : public CException {
-public:
-    ~CCounted() override { ++deleted; }
-    static inline int deleted = 0;
-};
-
-void ThrowThroughAFunction() {
-    throw new CCounted;
-}
-
 TEST(Exception, IsCaughtByItsBaseAndDeletedByTheCatcher) {
+    class CCounted : public CException {
+    public:
+        explicit CCounted(int& deleted) : m_deleted(deleted) {}
+        ~CCounted() override { ++m_deleted; }
+
+    private:
+        int& m_deleted;
+    };
+    int deleted = 0;
     try {
-        ThrowThroughAFunction();
-        FAIL();
+        throw new CCounted(deleted);
     } catch (CException* e) {
-        EXPECT_EQ(CCounted::deleted, 0);
+        EXPECT_EQ(deleted, 0);
         e->Delete();
     }
-    EXPECT_EQ(CCounted::deleted, 1);
+    EXPECT_EQ(deleted, 1);
 }
 
 TEST(Exception, OfASimpleKindIsSharedAndOutlivesItsCatchers) {

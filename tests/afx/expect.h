@@ -23,6 +23,22 @@ bool IsInvalid(Call call) {
     }
 }
 
+// The cause of the CFileException that a call throws, CFileException::none without one; and the path that it names.
+template <class Call>
+int FileCause(Call call, CString* path = nullptr) {
+    try {
+        call();
+    } catch (CFileException* exception) {
+        const int cause = exception->m_cause;
+        if (path != nullptr) {
+            *path = exception->m_strFileName;
+        }
+        exception->Delete();
+        return cause;
+    }
+    return CFileException::none;
+}
+
 struct TextRow {
     CString actual;
     LPCTSTR expected;

@@ -2,8 +2,10 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <functional>
 #include <vector>
 
+#include "expect.h"
 #include "support/handles.h"
 #include "support/temp_folder.h"
 #include "support/unprivileged.h"
@@ -28,7 +30,6 @@ TEST(File, ReadsWritesAndSeeks) {
     EXPECT_EQ(file.GetLength(), 6U);
     EXPECT_EQ(file.GetFileName(), _T("f.bin"));
     EXPECT_EQ(file.GetFileTitle(), _T("f"));
-    EXPECT_EQ(file.GetFilePath(), folder.Path(_T("f.bin")).c_str());
     file.Close();
     EXPECT_EQ(folder.Read(_T("f.bin")), "01ab45");
 }
@@ -103,24 +104,22 @@ TEST(File, LeavesAHandleThatItWasGivenToItsOwner) {
 TEST(File, ThrowsByPointerWithCauseAndPath) {
     const TempFolder folder;
     const Text path = folder.Path(_T("missing"));
-    const auto cause = [&path](auto&& action) {
-        try {
-            action();
-            return 0;
-        } catch (CFileException* e) {
-            EXPECT_EQ(e->m_strFileName, path.c_str());
-            const int value = e->m_cause;
-            e->Delete();
-            return value;
-        }
-    };
-    EXPECT_EQ(cause([&] { CFile file(path.c_str(), CFile::modeRead); }), CFileException::fileNotFound);
-    EXPECT_EQ(cause([&] { CFile::Remove(path.c_str()); }), CFileException::fileNotFound);
-    EXPECT_EQ(cause([&] { CFile::Rename(path.c_str(), folder.Path(_T("other")).c_str()); }), CFileException::fileNotFound);
-    CFile file(path.c_str(), CFile::modeCreate | CFile::modeWrite);
-    EXPECT_EQ(cause([&] { file.Seek(-1, CFile::begin); }), CFileException::badSeek);
+    CFile file;
     char byte = 0;
-    EXPECT_EQ(cause([&] { file.Read(&byte, 1); }), CFileException::accessDenied);
+    const struct {
+        std::function<void()> action;
+        int cause;
+    } rows[] = {{[&] { CFile opened(path.c_str(), CFile::modeRead); }, CFileException::fileNotFound},
+                {[&] { CFile::Remove(path.c_str()); }, CFileException::fileNotFound},
+                {[&] { CFile::Rename(path.c_str(), folder.Path(_T("other")).c_str()); }, CFileException::fileNotFound},
+                {[&] { file.Open(path.c_str(), CFile::modeCreate | CFile::modeWrite), file.Seek(-1, CFile::begin); },
+                 CFileException::badSeek},
+                {[&] { file.Read(&byte, 1); }, CFileException::accessDenied}};
+    for (const auto& row : rows) {
+        CString named;
+        EXPECT_EQ(test::FileCause(row.action, &named), row.cause);
+        EXPECT_EQ(named, path.c_str());
+    }
 }
 
 TEST(File, KnowsItsStatus) {
@@ -163,13 +162,7 @@ TEST(MemFile, GrowsAndFillsGapsWithZeros) {
     EXPECT_EQ(file.Seek(100, CFile::end), 108U);
     EXPECT_EQ(file.Read(&byte, 1), 0U);
     for (const LONGLONG offset : {-109LL, 0x7FFFFFFFFFFFFFFFLL}) {
-        try {
-            file.Seek(offset, CFile::current);
-            FAIL();
-        } catch (CFileException* e) {
-            EXPECT_EQ(e->m_cause, CFileException::badSeek);
-            e->Delete();
-        }
+        EXPECT_EQ(test::FileCause([&] { file.Seek(offset, CFile::current); }), CFileException::badSeek);
     }
     EXPECT_EQ(file.GetPosition(), 108U);
 }

@@ -6,11 +6,13 @@
 
 #include "support/child_process.h"
 #include "support/handles.h"
+#include "support/last_error.h"
 
 namespace {
 
 using test::ChildArgs;
 using test::ChildProcess;
+using test::ErrorOf;
 using test::Handle;
 using test::UniqueName;
 using Text = std::basic_string<TCHAR>;
@@ -21,31 +23,43 @@ Handle NewEvent(BOOL manual, BOOL signalled = FALSE, const TCHAR* name = nullptr
     return Handle(CreateEventW(nullptr, manual, signalled, name));
 }
 
-DWORD WaitInAnotherThread(HANDLE handle, DWORD milliseconds) {
+Handle NewMutex(BOOL taken = FALSE, const TCHAR* name = nullptr) {
+    return Handle(CreateMutexW(nullptr, taken, name));
+}
+
+DWORD Poll(HANDLE handle) {
+    return WaitForSingleObject(handle, 0);
+}
+
+// Runs body(0), body(1) ... in a thread each, to their end.
+template <class Body>
+void InThreads(int count, Body body) {
+    std::vector<std::thread> threads;
+    for (int i = 0; i < count; ++i) {
+        threads.emplace_back(body, i);
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+}
+
+DWORD PollInAnotherThread(HANDLE handle) {
     DWORD result = WAIT_FAILED;
-    std::thread([&] { result = WaitForSingleObject(handle, milliseconds); }).join();
+    InThreads(1, [&](int) { result = Poll(handle); });
     return result;
 }
 
-// Children. The first argument is a name, others follow.
-
-// Takes the mutex, says so, and keeps it until it is killed.
-int HoldMutex(const ChildArgs& args) {
-    const Handle mutex(OpenMutexW(SYNCHRONIZE, FALSE, args[0].c_str()));
-    const Handle ready(OpenEventW(EVENT_ALL_ACCESS, FALSE, args[1].c_str()));
-    WaitForSingleObject(mutex, INFINITE);
-    SetEvent(ready);
-    return static_cast<int>(WaitForSingleObject(NewEvent(TRUE), INFINITE));
-}
-REGISTER_CHILD(HoldMutex)
-
-// Makes an event, says so, and keeps it until it is killed.
-int HoldEvent(const ChildArgs& args) {
-    const Handle event = NewEvent(TRUE, TRUE, args[0].c_str());
+// Takes the mutex of the first name, or makes an event of it; signals the second, and keeps the first until it is killed.
+int Hold(const ChildArgs& args) {
+    Handle object(OpenMutexW(SYNCHRONIZE, FALSE, args[0].c_str()));
+    if (!object) {
+        object = NewEvent(TRUE, TRUE, args[0].c_str());
+    }
+    WaitForSingleObject(object, INFINITE);
     SetEvent(Handle(OpenEventW(EVENT_ALL_ACCESS, FALSE, args[1].c_str())));
     return static_cast<int>(WaitForSingleObject(NewEvent(TRUE), INFINITE));
 }
-REGISTER_CHILD(HoldEvent)
+REGISTER_CHILD(Hold)
 
 constexpr int kCounts = 2000;
 
@@ -65,24 +79,10 @@ int CountUnderMutex(const ChildArgs& args) {
 }
 REGISTER_CHILD(CountUnderMutex)
 
-// Passes each of three signals on.
-int Echo(const ChildArgs& args) {
-    const Handle ping(OpenEventW(EVENT_ALL_ACCESS, FALSE, args[0].c_str()));
-    const Handle pong(OpenEventW(EVENT_ALL_ACCESS, FALSE, args[1].c_str()));
-    for (int i = 0; i < 3; ++i) {
-        if (WaitForSingleObject(ping, kPatience) != WAIT_OBJECT_0) {
-            return 1;
-        }
-        SetEvent(pong);
-    }
-    return 0;
-}
-REGISTER_CHILD(Echo)
-
 // Opens, takes, releases and closes without end.
 int ChurnForEver(const ChildArgs& args) {
     for (;;) {
-        const Handle mutex(CreateMutexW(nullptr, TRUE, args[0].c_str()));
+        const Handle mutex = NewMutex(TRUE, args[0].c_str());
         const bool existed = GetLastError() == ERROR_ALREADY_EXISTS;
         if (!mutex || (existed && WaitForSingleObject(mutex, kPatience) == WAIT_TIMEOUT) || !ReleaseMutex(mutex)) {
             return 1;
@@ -93,76 +93,59 @@ int ChurnForEver(const ChildArgs& args) {
 REGISTER_CHILD(ChurnForEver)
 
 TEST(Event, LetsOneThroughOrStaysSignalled) {
-    const Handle single = NewEvent(FALSE, TRUE);
-    EXPECT_EQ(WaitForSingleObject(single, 0), WAIT_OBJECT_0);
-    EXPECT_EQ(WaitForSingleObject(single, 0), WAIT_TIMEOUT);
-    SetEvent(single);
-    SetEvent(single);
-    EXPECT_EQ(WaitForSingleObject(single, 0), WAIT_OBJECT_0);
-    EXPECT_EQ(WaitForSingleObject(single, 1), WAIT_TIMEOUT) << "two signals without a waiting thread are one";
-
-    const Handle manual = NewEvent(TRUE);
-    EXPECT_EQ(WaitForSingleObject(manual, 0), WAIT_TIMEOUT);
-    SetEvent(manual);
-    EXPECT_EQ(WaitForSingleObject(manual, 0), WAIT_OBJECT_0);
-    EXPECT_EQ(WaitForSingleObject(manual, 0), WAIT_OBJECT_0);
-    ResetEvent(manual);
-    EXPECT_EQ(WaitForSingleObject(manual, 0), WAIT_TIMEOUT);
+    for (const BOOL manual : {FALSE, TRUE}) {
+        SCOPED_TRACE(manual);
+        const DWORD again = manual ? WAIT_OBJECT_0 : WAIT_TIMEOUT;
+        const Handle event = NewEvent(manual, TRUE);
+        EXPECT_EQ(Poll(event), WAIT_OBJECT_0);
+        EXPECT_EQ(Poll(event), again);
+        ResetEvent(event);
+        EXPECT_EQ(WaitForSingleObject(event, 1), WAIT_TIMEOUT);
+        SetEvent(event);
+        SetEvent(event);
+        EXPECT_EQ(Poll(event), WAIT_OBJECT_0);
+        EXPECT_EQ(Poll(event), again) << "two signals without a waiting thread are one";
+    }
 }
 
 TEST(Event, HandsEachSignalToOneThread) {
     constexpr int kSignals = 2000;
-    const Handle work = NewEvent(FALSE);
-    const Handle done = NewEvent(FALSE);
-    const Handle stop = NewEvent(TRUE);
+    const Handle work = NewEvent(FALSE), done = NewEvent(FALSE), stop = NewEvent(TRUE);
     int taken = 0;  // guarded by the strict turns of work and done
-    std::vector<std::thread> threads;
-    for (int i = 0; i < 3; ++i) {
-        threads.emplace_back([&] {
-            const HANDLE both[] = {stop, work};
-            while (WaitForMultipleObjects(2, both, FALSE, kPatience) == WAIT_OBJECT_0 + 1) {
-                ++taken;
-                SetEvent(done);
-            }
-        });
-    }
-    for (int i = 0; i < kSignals; ++i) {
-        SetEvent(work);
-        ASSERT_EQ(WaitForSingleObject(done, kPatience), WAIT_OBJECT_0);
-    }
-    SetEvent(stop);
-    for (std::thread& thread : threads) {
-        thread.join();
-    }
+    InThreads(4, [&](int number) {
+        const HANDLE both[] = {stop, work};
+        while (number != 0 && WaitForMultipleObjects(2, both, FALSE, kPatience) == WAIT_OBJECT_0 + 1) {
+            ++taken;
+            SetEvent(done);
+        }
+        for (int i = 0; number == 0 && i < kSignals; ++i) {
+            SetEvent(work);
+            EXPECT_EQ(WaitForSingleObject(done, kPatience), WAIT_OBJECT_0);
+        }
+        SetEvent(stop);
+    });
     EXPECT_EQ(taken, kSignals);
 }
 
 TEST(Mutex, BelongsToTheThreadThatTookIt) {
-    const Handle mutex(CreateMutexW(nullptr, TRUE, nullptr));
-    EXPECT_EQ(GetLastError(), ERROR_SUCCESS);
-    EXPECT_EQ(WaitForSingleObject(mutex, 0), WAIT_OBJECT_0) << "again";
+    const Handle mutex = NewMutex(TRUE);
+    EXPECT_EQ(Poll(mutex), WAIT_OBJECT_0) << "again";
     EXPECT_TRUE(ReleaseMutex(mutex));
-    EXPECT_EQ(WaitInAnotherThread(mutex, 0), WAIT_TIMEOUT) << "released once of twice";
-    std::thread([&] {
-        EXPECT_FALSE(ReleaseMutex(mutex));
-        EXPECT_EQ(GetLastError(), ERROR_NOT_OWNER);
-    }).join();
+    EXPECT_EQ(PollInAnotherThread(mutex), WAIT_TIMEOUT) << "released once of twice";
+    InThreads(1, [&](int) { EXPECT_EQ(ErrorOf(ReleaseMutex(mutex)), ERROR_NOT_OWNER); });
     EXPECT_TRUE(ReleaseMutex(mutex));
-    EXPECT_FALSE(ReleaseMutex(mutex));
-    EXPECT_EQ(GetLastError(), ERROR_NOT_OWNER);
+    EXPECT_EQ(ErrorOf(ReleaseMutex(mutex)), ERROR_NOT_OWNER);
 }
 
 TEST(Mutex, IsAbandonedByAThreadThatEnds) {
     for (const Text& name : {Text(), UniqueName(_T("Abandoned"))}) {
-        const Handle mutex(CreateMutexW(nullptr, FALSE, name.empty() ? nullptr : name.c_str()));
-        EXPECT_EQ(WaitInAnotherThread(mutex, 0), WAIT_OBJECT_0);
+        const Handle mutex = NewMutex(FALSE, name.empty() ? nullptr : name.c_str());
+        EXPECT_EQ(PollInAnotherThread(mutex), WAIT_OBJECT_0);
         EXPECT_EQ(WaitForSingleObject(mutex, kPatience), WAIT_ABANDONED);
         EXPECT_TRUE(ReleaseMutex(mutex));
-        EXPECT_EQ(WaitForSingleObject(mutex, 0), WAIT_OBJECT_0) << "told once";
-        ReleaseMutex(mutex);
+        EXPECT_EQ(PollInAnotherThread(mutex), WAIT_OBJECT_0) << "told once";
 
         const Handle event = NewEvent(TRUE);
-        EXPECT_EQ(WaitInAnotherThread(mutex, 0), WAIT_OBJECT_0);
         const HANDLE both[] = {mutex, event};
         EXPECT_EQ(WaitForMultipleObjects(2, both, TRUE, 0), WAIT_TIMEOUT) << "not told while the other one is missing";
         EXPECT_EQ(WaitForMultipleObjects(2, both, FALSE, kPatience), WAIT_ABANDONED_0);
@@ -172,25 +155,24 @@ TEST(Mutex, IsAbandonedByAThreadThatEnds) {
 
 TEST(Mutex, MayBeClosedWhileOwned) {
     const Text name = UniqueName(_T("ClosedOwned"));
-    Handle mine(CreateMutexW(nullptr, TRUE, name.c_str()));
-    const Handle released = NewEvent(TRUE);
-    const Handle taken = NewEvent(TRUE);
-    Handle other(CreateMutexW(nullptr, FALSE, nullptr));
-    std::thread owner([&] {
-        WaitForSingleObject(other, INFINITE);
-        SetEvent(taken);
-        WaitForSingleObject(released, INFINITE);
-        const Handle later(CreateMutexW(nullptr, TRUE, nullptr));  // its list of mutexes is still whole
-        EXPECT_TRUE(ReleaseMutex(later));
+    Handle mine = NewMutex(TRUE, name.c_str()), other = NewMutex();
+    const Handle closed = NewEvent(TRUE), taken = NewEvent(TRUE);
+    InThreads(2, [&](int number) {
+        if (number == 0) {
+            WaitForSingleObject(other, INFINITE);
+            SetEvent(taken);
+            WaitForSingleObject(closed, INFINITE);
+            EXPECT_TRUE(ReleaseMutex(NewMutex(TRUE))) << "its list of mutexes is still whole";
+        } else {
+            EXPECT_EQ(WaitForSingleObject(taken, kPatience), WAIT_OBJECT_0);
+            other.Close();
+            SetEvent(closed);
+        }
     });
-    EXPECT_EQ(WaitForSingleObject(taken, kPatience), WAIT_OBJECT_0);
     mine.Close();
-    other.Close();
-    SetEvent(released);
-    owner.join();
-    const Handle again(CreateMutexW(nullptr, FALSE, name.c_str()));
+    const Handle again = NewMutex(FALSE, name.c_str());
     EXPECT_EQ(GetLastError(), ERROR_SUCCESS) << "a new one";
-    EXPECT_EQ(WaitInAnotherThread(again, 0), WAIT_OBJECT_0);
+    EXPECT_EQ(PollInAnotherThread(again), WAIT_OBJECT_0);
 }
 
 TEST(WaitForMultipleObjects, ForOneTakesTheFirstSignalledOnly) {
@@ -199,47 +181,35 @@ TEST(WaitForMultipleObjects, ForOneTakesTheFirstSignalledOnly) {
     EXPECT_EQ(WaitForMultipleObjects(3, list, FALSE, INFINITE), WAIT_OBJECT_0 + 1);
     EXPECT_EQ(WaitForMultipleObjects(3, list, FALSE, INFINITE), WAIT_OBJECT_0 + 2);
     EXPECT_EQ(WaitForMultipleObjects(3, list, FALSE, 1), WAIT_TIMEOUT);
-    std::thread signaller([&] { SetEvent(events[0]); });
-    EXPECT_EQ(WaitForMultipleObjects(3, list, FALSE, kPatience), WAIT_OBJECT_0);
-    signaller.join();
 }
 
 TEST(WaitForMultipleObjects, ForAllTakesAllOrNone) {
-    const Handle event = NewEvent(FALSE, TRUE);
-    const Handle mutex(CreateMutexW(nullptr, FALSE, nullptr));
-    const Handle missing = NewEvent(TRUE);
+    const Handle event = NewEvent(FALSE, TRUE), mutex = NewMutex(), missing = NewEvent(TRUE);
     const HANDLE list[] = {event, mutex, missing};
     EXPECT_EQ(WaitForMultipleObjects(3, list, TRUE, 1), WAIT_TIMEOUT);
-    EXPECT_EQ(WaitInAnotherThread(mutex, 0), WAIT_OBJECT_0) << "not kept";
+    EXPECT_EQ(PollInAnotherThread(mutex), WAIT_OBJECT_0) << "not kept";
     EXPECT_EQ(WaitForSingleObject(mutex, kPatience), WAIT_ABANDONED);
     ReleaseMutex(mutex);
 
     std::thread signaller([&] { SetEvent(missing); });
     EXPECT_EQ(WaitForMultipleObjects(3, list, TRUE, kPatience), WAIT_OBJECT_0);
     signaller.join();
-    EXPECT_EQ(WaitForSingleObject(event, 0), WAIT_TIMEOUT) << "taken";
+    EXPECT_EQ(Poll(event), WAIT_TIMEOUT) << "taken";
     EXPECT_TRUE(ReleaseMutex(mutex));
 }
 
 TEST(WaitForMultipleObjects, RefusesWrongLists) {
     const Handle event = NewEvent(TRUE, TRUE);
     std::vector<HANDLE> many(MAXIMUM_WAIT_OBJECTS + 1, event);
-    const struct {
-        DWORD count;
-        BOOL all;
-        DWORD error;
-    } rows[] = {{0, FALSE, ERROR_INVALID_PARAMETER},
-                {MAXIMUM_WAIT_OBJECTS + 1, FALSE, ERROR_INVALID_PARAMETER},
-                {2, TRUE, ERROR_INVALID_PARAMETER}};
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.count);
-        EXPECT_EQ(WaitForMultipleObjects(row.count, many.data(), row.all, 0), WAIT_FAILED);
-        EXPECT_EQ(GetLastError(), row.error);
-    }
+    const auto error = [&many](DWORD count, BOOL all) {
+        return ErrorOf(WaitForMultipleObjects(count, many.data(), all, 0) != WAIT_FAILED);
+    };
+    EXPECT_EQ(error(0, FALSE), ERROR_INVALID_PARAMETER);
+    EXPECT_EQ(error(MAXIMUM_WAIT_OBJECTS + 1, FALSE), ERROR_INVALID_PARAMETER);
+    EXPECT_EQ(error(2, TRUE), ERROR_INVALID_PARAMETER) << "one object twice";
     EXPECT_EQ(WaitForMultipleObjects(MAXIMUM_WAIT_OBJECTS, many.data(), FALSE, 0), WAIT_OBJECT_0);
     many[1] = reinterpret_cast<HANDLE>(ULONG_PTR{0x7FFFFFF0});
-    EXPECT_EQ(WaitForMultipleObjects(2, many.data(), TRUE, 0), WAIT_FAILED);
-    EXPECT_EQ(GetLastError(), ERROR_INVALID_HANDLE);
+    EXPECT_EQ(error(2, TRUE), ERROR_INVALID_HANDLE);
 }
 
 TEST(NamedObject, SaysWhetherItExisted) {
@@ -248,78 +218,57 @@ TEST(NamedObject, SaysWhetherItExisted) {
     EXPECT_EQ(GetLastError(), ERROR_SUCCESS);
     Handle second = NewEvent(FALSE, FALSE, (_T("Local\\") + name).c_str());
     EXPECT_EQ(GetLastError(), ERROR_ALREADY_EXISTS);
-    EXPECT_EQ(WaitForSingleObject(second, 0), WAIT_OBJECT_0) << "signalled as made";
-    EXPECT_EQ(WaitForSingleObject(second, 0), WAIT_OBJECT_0) << "manual as made";
+    EXPECT_EQ(Poll(second), WAIT_OBJECT_0) << "signalled as made";
+    EXPECT_EQ(Poll(second), WAIT_OBJECT_0) << "manual as made";
 
-    EXPECT_EQ(CreateMutexW(nullptr, FALSE, name.c_str()), nullptr);
-    EXPECT_EQ(GetLastError(), ERROR_INVALID_HANDLE);
-    const Handle elsewhere = NewEvent(TRUE, FALSE, (_T("Global\\") + name).c_str());
-    EXPECT_EQ(GetLastError(), ERROR_SUCCESS);
-
+    EXPECT_EQ(ErrorOf(CreateMutexW(nullptr, FALSE, name.c_str())), ERROR_INVALID_HANDLE);
+    for (const Text& other : {_T("Global\\") + name, _T("n") + name.substr(1)}) {  // names that differ in case are two
+        const Handle elsewhere = NewEvent(TRUE, FALSE, other.c_str());
+        EXPECT_EQ(GetLastError(), ERROR_SUCCESS);
+    }
     first.Close();
     EXPECT_TRUE(Handle(OpenEventW(SYNCHRONIZE, FALSE, name.c_str())));
     second.Close();
-    EXPECT_EQ(OpenEventW(SYNCHRONIZE, FALSE, name.c_str()), nullptr);
-    EXPECT_EQ(GetLastError(), ERROR_FILE_NOT_FOUND);
+    EXPECT_EQ(ErrorOf(OpenEventW(SYNCHRONIZE, FALSE, name.c_str())), ERROR_FILE_NOT_FOUND);
 }
 
 TEST(NamedObject, RefusesWrongNames) {
-    const struct {
-        Text name;
-        DWORD error;
-    } rows[] = {
+    const std::pair<Text, DWORD> rows[] = {
         {_T("a\\b"), ERROR_PATH_NOT_FOUND},
         {_T("Local\\a\\b"), ERROR_PATH_NOT_FOUND},
         {Text(MAX_PATH + 1, _T('n')), ERROR_FILENAME_EXCED_RANGE},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.error);
-        EXPECT_EQ(CreateMutexW(nullptr, FALSE, row.name.c_str()), nullptr);
-        EXPECT_EQ(GetLastError(), row.error);
-        EXPECT_EQ(OpenMutexW(SYNCHRONIZE, FALSE, row.name.c_str()), nullptr);
-        EXPECT_EQ(GetLastError(), row.error);
+    for (const auto& [name, error] : rows) {
+        EXPECT_EQ(ErrorOf(CreateMutexW(nullptr, FALSE, name.c_str())), error);
+        EXPECT_EQ(ErrorOf(OpenMutexW(SYNCHRONIZE, FALSE, name.c_str())), error);
     }
-    EXPECT_EQ(OpenMutexW(SYNCHRONIZE, FALSE, nullptr), nullptr);
-    EXPECT_EQ(GetLastError(), ERROR_INVALID_PARAMETER);
-
-    const Text name = UniqueName(_T("case"));
-    const Handle lower(CreateMutexW(nullptr, FALSE, name.c_str()));
-    const Handle upper(CreateMutexW(nullptr, FALSE, (_T("C") + name.substr(1)).c_str()));
-    EXPECT_EQ(GetLastError(), ERROR_SUCCESS) << "names that differ in case are two";
+    EXPECT_EQ(ErrorOf(OpenMutexW(SYNCHRONIZE, FALSE, nullptr)), ERROR_INVALID_PARAMETER);
 }
 
 TEST(NamedObject, ComesAndGoesWholeInManyThreads) {
     const Text name = UniqueName(_T("Churn"));
     int inside = 0;  // guarded by the mutex, whichever it is at the moment
-    const Handle keeper(CreateMutexW(nullptr, FALSE, (name + _T(".kept")).c_str()));
-    std::vector<std::thread> threads;
-    for (int i = 0; i < 4; ++i) {
-        threads.emplace_back([&] {
-            for (int round = 0; round < 200; ++round) {
-                const Handle churned = NewEvent(TRUE, TRUE, name.c_str());
-                EXPECT_EQ(WaitForSingleObject(churned, 0), WAIT_OBJECT_0);
-                const Handle kept(CreateMutexW(nullptr, FALSE, (name + _T(".kept")).c_str()));
-                EXPECT_EQ(WaitForSingleObject(kept, kPatience), WAIT_OBJECT_0);
-                ++inside;
-                EXPECT_TRUE(ReleaseMutex(kept));
-            }
-        });
-    }
-    for (std::thread& thread : threads) {
-        thread.join();
-    }
+    const Handle keeper = NewMutex(FALSE, (name + _T(".kept")).c_str());
+    InThreads(4, [&](int) {
+        for (int round = 0; round < 200; ++round) {
+            EXPECT_EQ(Poll(NewEvent(TRUE, TRUE, name.c_str())), WAIT_OBJECT_0);
+            const Handle kept = NewMutex(FALSE, (name + _T(".kept")).c_str());
+            EXPECT_EQ(WaitForSingleObject(kept, kPatience), WAIT_OBJECT_0);
+            ++inside;
+            EXPECT_TRUE(ReleaseMutex(kept));
+        }
+    });
     EXPECT_EQ(inside, 800);
 }
 
 TEST(BetweenProcesses, AMutexKeepsOthersOut) {
-    const Text mutex_name = UniqueName(_T("Count"));
-    const Text memory_name = mutex_name + _T(".memory");
-    const Handle mutex(CreateMutexW(nullptr, FALSE, mutex_name.c_str()));
+    const Text name = UniqueName(_T("Count")), memory_name = name + _T(".memory");
+    const Handle mutex = NewMutex(FALSE, name.c_str());
     const Handle mapping(CreateFileMappingW(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0, sizeof(int), memory_name.c_str()));
     auto* const count = static_cast<int*>(MapViewOfFile(mapping, FILE_MAP_READ, 0, 0, 0));
     ASSERT_NE(count, nullptr);
-    const ChildProcess first({_T("CountUnderMutex"), mutex_name, memory_name});
-    const ChildProcess second({_T("CountUnderMutex"), mutex_name, memory_name});
+    const ChildProcess first({_T("CountUnderMutex"), name, memory_name});
+    const ChildProcess second({_T("CountUnderMutex"), name, memory_name});
     EXPECT_EQ(first.Wait(kPatience), 0U);
     EXPECT_EQ(second.Wait(kPatience), 0U);
     EXPECT_EQ(*count, 2 * kCounts);
@@ -327,69 +276,55 @@ TEST(BetweenProcesses, AMutexKeepsOthersOut) {
 }
 
 TEST(BetweenProcesses, AKilledOwnerAbandonsItsMutex) {
-    const Text name = UniqueName(_T("Killed"));
-    const Handle mutex(CreateMutexW(nullptr, FALSE, name.c_str()));
-    const Handle ready = NewEvent(FALSE, FALSE, (name + _T(".ready")).c_str());
+    const Text name = UniqueName(_T("Killed")), ready_name = name + _T(".ready");
+    const Handle mutex = NewMutex(FALSE, name.c_str());
+    const Handle ready = NewEvent(FALSE, FALSE, ready_name.c_str());
     for (int round = 0; round < 3; ++round) {
-        const ChildProcess child({_T("HoldMutex"), name, name + _T(".ready")});
-        ASSERT_EQ(WaitForSingleObject(ready, kPatience), WAIT_OBJECT_0);
-        EXPECT_EQ(WaitForSingleObject(mutex, 0), WAIT_TIMEOUT);
+        const ChildProcess child({_T("Hold"), name, ready_name});
+        const HANDLE both[] = {ready, child.Process()};
+        ASSERT_EQ(WaitForMultipleObjects(2, both, FALSE, kPatience), WAIT_OBJECT_0);
+        EXPECT_EQ(Poll(mutex), WAIT_TIMEOUT);
         child.Kill();
+        EXPECT_EQ(WaitForMultipleObjects(2, both, FALSE, kPatience), WAIT_OBJECT_0 + 1);
         EXPECT_EQ(WaitForSingleObject(mutex, kPatience), WAIT_ABANDONED);
         EXPECT_TRUE(ReleaseMutex(mutex));
     }
 }
 
 TEST(BetweenProcesses, AKillAtAnyMomentLeavesTheNameUsable) {
-    const Text name = UniqueName(_T("Churned"));
-    const Handle ready = NewEvent(FALSE, FALSE, (name + _T(".ready")).c_str());
-    const ChildProcess survivor({_T("ChurnForEver"), name, name + _T(".ready")});
+    const Text name = UniqueName(_T("Churned")), ready_name = name + _T(".ready");
+    const Handle ready = NewEvent(FALSE, FALSE, ready_name.c_str());
+    const ChildProcess survivor({_T("ChurnForEver"), name, ready_name});
     for (int round = 0; round < 20; ++round) {
-        const ChildProcess victim({_T("ChurnForEver"), name, name + _T(".ready")});
+        const ChildProcess victim({_T("ChurnForEver"), name, ready_name});
         for (int i = 0; i <= round; ++i) {
             ASSERT_EQ(WaitForSingleObject(ready, kPatience), WAIT_OBJECT_0);
         }
         victim.Kill();
-        const Handle mutex(CreateMutexW(nullptr, FALSE, name.c_str()));
+        const Handle mutex = NewMutex(FALSE, name.c_str());
         ASSERT_TRUE(mutex);
         ASSERT_NE(WaitForSingleObject(mutex, kPatience), WAIT_TIMEOUT);
         EXPECT_TRUE(ReleaseMutex(mutex));
     }
     EXPECT_EQ(survivor.Wait(0), std::nullopt) << "still at it";
     survivor.Kill();
-    EXPECT_TRUE(Handle(CreateMutexW(nullptr, FALSE, name.c_str()))) << "and nothing is left when it is closed";
+    EXPECT_TRUE(NewMutex(FALSE, name.c_str())) << "and nothing is left when it is closed";
 }
 
 TEST(BetweenProcesses, AnObjectEndsWithItsLastProcess) {
-    const Text name = UniqueName(_T("Life"));
-    const Handle ready = NewEvent(FALSE, FALSE, (name + _T(".ready")).c_str());
-    const ChildProcess child({_T("HoldEvent"), name, name + _T(".ready")});
+    const Text name = UniqueName(_T("Life")), ready_name = name + _T(".ready");
+    const Handle ready = NewEvent(FALSE, FALSE, ready_name.c_str());
+    const ChildProcess child({_T("Hold"), name, ready_name});
     ASSERT_EQ(WaitForSingleObject(ready, kPatience), WAIT_OBJECT_0);
     Handle event = NewEvent(TRUE, FALSE, name.c_str());
     EXPECT_EQ(GetLastError(), ERROR_ALREADY_EXISTS);
     event.Close();
     EXPECT_TRUE(Handle(OpenEventW(SYNCHRONIZE, FALSE, name.c_str()))) << "the child has it still";
-
     child.Kill();
-    EXPECT_EQ(OpenEventW(SYNCHRONIZE, FALSE, name.c_str()), nullptr);
-    EXPECT_EQ(GetLastError(), ERROR_FILE_NOT_FOUND);
+    EXPECT_EQ(ErrorOf(OpenEventW(SYNCHRONIZE, FALSE, name.c_str())), ERROR_FILE_NOT_FOUND);
     event = NewEvent(TRUE, FALSE, name.c_str());
     EXPECT_EQ(GetLastError(), ERROR_SUCCESS);
-    EXPECT_EQ(WaitForSingleObject(event, 0), WAIT_TIMEOUT) << "not the signalled one of the child";
-}
-
-TEST(BetweenProcesses, EventsAndTheEndOfAProcessAreSeen) {
-    const Text name = UniqueName(_T("Echo"));
-    const Handle ping = NewEvent(FALSE, FALSE, name.c_str());
-    const Handle pong = NewEvent(FALSE, FALSE, (name + _T(".back")).c_str());
-    const ChildProcess child({_T("Echo"), name, name + _T(".back")});
-    const HANDLE both[] = {pong, child.Process()};
-    for (int i = 0; i < 3; ++i) {
-        SetEvent(ping);
-        EXPECT_EQ(WaitForMultipleObjects(2, both, FALSE, kPatience), WAIT_OBJECT_0);
-    }
-    EXPECT_EQ(WaitForMultipleObjects(2, both, FALSE, kPatience), WAIT_OBJECT_0 + 1);
-    EXPECT_EQ(child.Wait(0), 0U);
+    EXPECT_EQ(Poll(event), WAIT_TIMEOUT) << "not the signalled one of the child";
 }
 
 }  // namespace
