@@ -4,80 +4,55 @@
 #include <string>
 
 #include "support/environment.h"
+#include "support/last_error.h"
 #include "support/temp_folder.h"
 
 namespace {
 
+using test::ErrorOf;
 using test::InEnvironment;
 using test::Narrow;
 using test::TempFolder;
 using test::Text;
 
-// The last error of a call that must fail.
-template <class Call>
-DWORD ErrorOf(Call call) {
-    SetLastError(ERROR_SUCCESS);
-    EXPECT_FALSE(call());
-    return GetLastError();
-}
-
 Text CurrentDirectory() {
     TCHAR buffer[4 * MAX_PATH];
-    const DWORD length = GetCurrentDirectoryW(static_cast<DWORD>(std::size(buffer)), buffer);
-    EXPECT_EQ(length, static_cast<DWORD>(lstrlenW(buffer)));
-    return buffer;
+    return Text(buffer, GetCurrentDirectoryW(static_cast<DWORD>(std::size(buffer)), buffer));
 }
 
 class InDirectory {
 public:
-    explicit InDirectory(const Text& path) : before_(CurrentDirectory()) {
-        EXPECT_TRUE(SetCurrentDirectoryW(path.c_str())) << GetLastError();
-    }
+    explicit InDirectory(const Text& path) { EXPECT_TRUE(SetCurrentDirectoryW(path.c_str())) << GetLastError(); }
     ~InDirectory() { EXPECT_TRUE(SetCurrentDirectoryW(before_.c_str())); }
 
 private:
-    Text before_;
+    const Text before_ = CurrentDirectory();
 };
 
-TEST(Directories, AreCreatedOnceAndOnlyInWhatIsThere) {
+TEST(Directories, AreCreatedOnceAndRemovedWhenEmpty) {
     const TempFolder folder;
     folder.Write(_T("file"), "");
     EXPECT_TRUE(CreateDirectoryW(folder.Path(_T("new \u00E4")).c_str(), nullptr));
-    EXPECT_NE(GetFileAttributesW(folder.Path(_T("new \u00E4")).c_str()) & FILE_ATTRIBUTE_DIRECTORY, 0u);
-    const struct {
-        Text path;
-        DWORD error;
-    } rows[] = {
-        {folder.Path(_T("new \u00E4")), ERROR_ALREADY_EXISTS}, {folder.Path(_T("file")), ERROR_ALREADY_EXISTS},
-        {folder.Path(_T("none\\new")), ERROR_PATH_NOT_FOUND},  {folder.Path(_T("file\\new")), ERROR_PATH_NOT_FOUND},
-        {folder.Path(_T("a?b")), ERROR_INVALID_NAME},          {_T(""), ERROR_PATH_NOT_FOUND},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(Narrow(row.path));
-        EXPECT_EQ(ErrorOf([&row] { return CreateDirectoryW(row.path.c_str(), nullptr); }), row.error);
-    }
-}
-
-TEST(Directories, AreRemovedWhenEmpty) {
-    const TempFolder folder;
-    folder.MakeFolder(_T("full\\sub"));
-    folder.Write(_T("file"), "");
+    EXPECT_TRUE(CreateDirectoryW(folder.Path(_T("new \u00E4\\sub")).c_str(), nullptr));
     const struct {
         const TCHAR* name;
-        DWORD error;
+        DWORD creation, removal;
     } rows[] = {
-        {_T("full"), ERROR_DIR_NOT_EMPTY},
-        {_T("file"), ERROR_DIRECTORY},
-        {_T("none"), ERROR_FILE_NOT_FOUND},
-        {_T("none\\none"), ERROR_PATH_NOT_FOUND},
+        {_T("new \u00E4"), ERROR_ALREADY_EXISTS, ERROR_DIR_NOT_EMPTY},
+        {_T("file"), ERROR_ALREADY_EXISTS, ERROR_DIRECTORY},
+        {_T("none\\none"), ERROR_PATH_NOT_FOUND, ERROR_PATH_NOT_FOUND},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(Narrow(row.name));
-        EXPECT_EQ(ErrorOf([&] { return RemoveDirectoryW(folder.Path(row.name).c_str()); }), row.error);
+        EXPECT_EQ(ErrorOf(CreateDirectoryW(folder.Path(row.name).c_str(), nullptr)), row.creation);
+        EXPECT_EQ(ErrorOf(RemoveDirectoryW(folder.Path(row.name).c_str())), row.removal);
     }
-    EXPECT_TRUE(RemoveDirectoryW(folder.Path(_T("full\\sub\\")).c_str()));
-    EXPECT_TRUE(RemoveDirectoryW(folder.Path(_T("full")).c_str()));
-    EXPECT_FALSE(folder.Has(_T("full")));
+    EXPECT_EQ(ErrorOf(CreateDirectoryW(folder.Path(_T("a?b")).c_str(), nullptr)), ERROR_INVALID_NAME);
+    EXPECT_EQ(ErrorOf(CreateDirectoryW(_T(""), nullptr)), ERROR_PATH_NOT_FOUND);
+    EXPECT_EQ(ErrorOf(RemoveDirectoryW(folder.Path(_T("none")).c_str())), ERROR_FILE_NOT_FOUND);
+    EXPECT_TRUE(RemoveDirectoryW(folder.Path(_T("new \u00E4\\sub\\")).c_str()));
+    EXPECT_TRUE(RemoveDirectoryW(folder.Path(_T("new \u00E4")).c_str()));
+    EXPECT_FALSE(folder.Has(_T("new \u00E4")));
 }
 
 TEST(Directories, CurrentOneCanBeChangedButNotRemoved) {
@@ -86,14 +61,12 @@ TEST(Directories, CurrentOneCanBeChangedButNotRemoved) {
     folder.Write(_T("file"), "");
     {
         const InDirectory inside(folder.Path());
-        EXPECT_EQ(Narrow(CurrentDirectory()), Narrow(folder.Path()));
         EXPECT_TRUE(SetCurrentDirectoryW(_T("sub \u00FC\\")));
         EXPECT_EQ(Narrow(CurrentDirectory()), Narrow(sub));
-        EXPECT_EQ(ErrorOf([&sub] { return RemoveDirectoryW(sub.c_str()); }), ERROR_SHARING_VIOLATION);
-        EXPECT_EQ(ErrorOf([] { return SetCurrentDirectoryW(_T("..\\file")); }), ERROR_DIRECTORY);
-        EXPECT_EQ(ErrorOf([] { return SetCurrentDirectoryW(_T("none")); }), ERROR_FILE_NOT_FOUND);
-        EXPECT_EQ(ErrorOf([] { return SetCurrentDirectoryW(_T("none\\none")); }), ERROR_PATH_NOT_FOUND);
-
+        EXPECT_EQ(ErrorOf(RemoveDirectoryW(sub.c_str())), ERROR_SHARING_VIOLATION);
+        EXPECT_EQ(ErrorOf(SetCurrentDirectoryW(_T("..\\file"))), ERROR_DIRECTORY);
+        EXPECT_EQ(ErrorOf(SetCurrentDirectoryW(_T("none"))), ERROR_FILE_NOT_FOUND);
+        EXPECT_EQ(ErrorOf(SetCurrentDirectoryW(_T("none\\none"))), ERROR_PATH_NOT_FOUND);
         TCHAR small[4] = {_T('k')};
         EXPECT_EQ(GetCurrentDirectoryW(4, small), sub.size() + 1);
     }
@@ -122,16 +95,14 @@ TEST(Directories, FullPathsAreMadeFromTheText) {
         TCHAR* part = full;
         EXPECT_EQ(GetFullPathNameW(row.path, static_cast<DWORD>(std::size(full)), full, &part), row.full.size());
         EXPECT_EQ(Narrow(full), Narrow(row.full));
-        EXPECT_EQ(part == nullptr ? "" : Narrow(part), row.file_part == nullptr ? "" : row.file_part);
-        EXPECT_EQ(part == nullptr, row.file_part == nullptr);
+        EXPECT_EQ(part == nullptr ? "null" : Narrow(part), row.file_part == nullptr ? "null" : row.file_part);
         EXPECT_EQ(GetFullPathNameW(row.path, 3, full, nullptr), row.full.size() + 1);
     }
-    EXPECT_EQ(ErrorOf([] { return GetFullPathNameW(_T(""), 0, nullptr, nullptr); }), ERROR_INVALID_NAME);
+    EXPECT_EQ(ErrorOf(GetFullPathNameW(_T(""), 0, nullptr, nullptr)), ERROR_INVALID_NAME);
 }
 
 TEST(Directories, TempPathIsTheFirstThatTheEnvironmentNames) {
-    const InEnvironment first(_T("TMP"), _T("C:\\first"));
-    const InEnvironment second(_T("TEMP"), _T("C:\\second\\"));
+    const InEnvironment first(_T("TMP"), _T("C:\\first")), second(_T("TEMP"), _T("C:\\second\\"));
     TCHAR path[MAX_PATH + 2];
     EXPECT_EQ(GetTempPathW(MAX_PATH, path), 9u);
     EXPECT_EQ(Narrow(path), "C:\\first\\");
@@ -143,22 +114,20 @@ TEST(Directories, TempPathIsTheFirstThatTheEnvironmentNames) {
 
 TEST(Directories, TempNamesAreNewFilesOrMadeFromTheGivenNumber) {
     const TempFolder folder;
-    TCHAR name[MAX_PATH];
-    TCHAR other[MAX_PATH];
+    TCHAR name[MAX_PATH], other[MAX_PATH];
     EXPECT_NE(GetTempFileNameW(folder.Path().c_str(), _T("kadata"), 0, name), 0u);
     EXPECT_NE(GetTempFileNameW(folder.Path(_T("")).c_str(), _T("kadata"), 0, other), 0u);
     EXPECT_NE(Narrow(name), Narrow(other));
     EXPECT_EQ(Narrow(name).compare(0, folder.Path().size() + 4, Narrow(folder.Path(_T("kad")))), 0);
-    EXPECT_EQ(test::ReadBytes(name), "");
-    EXPECT_EQ(test::ReadBytes(other), "");
+    EXPECT_EQ(test::ReadBytes(name) + test::ReadBytes(other), "");
 
     EXPECT_EQ(GetTempFileNameW(folder.Path().c_str(), _T("k"), 0x12, name), 0x12u);
     EXPECT_EQ(Narrow(name), Narrow(folder.Path(_T("k12.tmp"))));
     EXPECT_EQ(GetFileAttributesW(name), INVALID_FILE_ATTRIBUTES);
 
-    EXPECT_EQ(ErrorOf([&] { return GetTempFileNameW(folder.Path(_T("none")).c_str(), _T("k"), 0, name); }), ERROR_DIRECTORY);
+    EXPECT_EQ(ErrorOf(GetTempFileNameW(folder.Path(_T("none")).c_str(), _T("k"), 0, name)), ERROR_DIRECTORY);
     const Text long_folder = folder.Path(Text(MAX_PATH, _T('x')));
-    EXPECT_EQ(ErrorOf([&] { return GetTempFileNameW(long_folder.c_str(), _T("k"), 0, name); }), ERROR_BUFFER_OVERFLOW);
+    EXPECT_EQ(ErrorOf(GetTempFileNameW(long_folder.c_str(), _T("k"), 0, name)), ERROR_BUFFER_OVERFLOW);
 }
 
 }  // namespace

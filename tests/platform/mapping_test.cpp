@@ -5,9 +5,11 @@
 #include <cstring>
 
 #include "support/handles.h"
+#include "support/last_error.h"
 
 namespace {
 
+using test::ErrorOf;
 using test::Handle;
 using test::UniqueName;
 
@@ -44,22 +46,16 @@ TEST(FileMapping, KeepsTheMemoryOfAViewButNotTheName) {
     ASSERT_NE(view, nullptr);
     mapping.Close();
     view[kSize - 1] = 'x';
-    EXPECT_EQ(OpenFileMappingW(FILE_MAP_READ, FALSE, name.c_str()), nullptr);
-    EXPECT_EQ(GetLastError(), ERROR_FILE_NOT_FOUND);
+    EXPECT_EQ(ErrorOf(OpenFileMappingW(FILE_MAP_READ, FALSE, name.c_str())), ERROR_FILE_NOT_FOUND);
     EXPECT_EQ(view[kSize - 1], 'x');
     EXPECT_TRUE(UnmapViewOfFile(view));
 }
 
 TEST(FileMapping, RefusesWhatItCannotGive) {
-    const struct {
-        DWORD protect, size, error;
-    } sizes[] = {{PAGE_READWRITE, 0, ERROR_INVALID_PARAMETER}, {0, 100, ERROR_INVALID_PARAMETER}};
-    for (const auto& row : sizes) {
-        EXPECT_EQ(CreateFileMappingW(INVALID_HANDLE_VALUE, nullptr, row.protect, 0, row.size, nullptr), nullptr);
-        EXPECT_EQ(GetLastError(), row.error);
+    for (const auto& [protect, size] : {std::pair<DWORD, DWORD>{PAGE_READWRITE, 0}, {0, 100}}) {
+        EXPECT_EQ(ErrorOf(CreateFileMappingW(INVALID_HANDLE_VALUE, nullptr, protect, 0, size, nullptr)), ERROR_INVALID_PARAMETER);
     }
-    const Handle writable = NewMapping(nullptr);
-    const Handle readable = NewMapping(nullptr, PAGE_READONLY);
+    const Handle writable = NewMapping(nullptr), readable = NewMapping(nullptr, PAGE_READONLY);
     const struct {
         HANDLE mapping;
         DWORD access, offset, length, error;
@@ -70,12 +66,9 @@ TEST(FileMapping, RefusesWhatItCannotGive) {
         {nullptr, FILE_MAP_READ, 0, 0, ERROR_INVALID_HANDLE},
     };
     for (const auto& row : views) {
-        SCOPED_TRACE(row.error);
-        EXPECT_EQ(MapViewOfFile(row.mapping, row.access, 0, row.offset, row.length), nullptr);
-        EXPECT_EQ(GetLastError(), row.error);
+        EXPECT_EQ(ErrorOf(MapViewOfFile(row.mapping, row.access, 0, row.offset, row.length)), row.error);
     }
-    EXPECT_FALSE(UnmapViewOfFile(&views));
-    EXPECT_EQ(GetLastError(), ERROR_INVALID_ADDRESS);
+    EXPECT_EQ(ErrorOf(UnmapViewOfFile(&views)), ERROR_INVALID_ADDRESS);
 }
 
 }  // namespace

@@ -9,14 +9,16 @@
 
 #include "support/child_process.h"
 #include "support/handles.h"
+#include "support/last_error.h"
+#include "support/native_path_linux.h"
 #include "support/temp_folder.h"
 
 namespace {
 
 using test::ChildArgs;
 using test::ChildProcess;
+using test::ErrorOf;
 using test::Handle;
-using test::UniqueName;
 
 constexpr DWORD kPatience = 20000;
 
@@ -37,13 +39,9 @@ int CountFiles(const ChildArgs& /*args*/) {
 }
 REGISTER_CHILD(CountFiles)
 
-TEST(ProcessOnLinux, ASignalIsAnExitCodeAbove128) {
-    EXPECT_EQ(ChildProcess({_T("EndBySignal")}).Wait(kPatience), 128U + SIGTERM);
-}
-
 TEST(ProcessOnLinux, AChildHasNoFilesOfItsParent) {
     const int inheritable = dup(STDOUT_FILENO);
-    const Handle event(CreateEventW(nullptr, TRUE, FALSE, UniqueName(_T("Files")).c_str()));
+    const Handle event(CreateEventW(nullptr, TRUE, FALSE, test::UniqueName(_T("Files")).c_str()));
     EXPECT_EQ(ChildProcess({_T("CountFiles")}).Wait(kPatience), 0U);
     close(inheritable);
 }
@@ -53,24 +51,19 @@ TEST(ProcessOnLinux, AFileThatIsNoProgramHasABadFormat) {
     const auto path = folder.Write(_T("note.exe"), "no program");
     STARTUPINFOW startup{};
     PROCESS_INFORMATION info{};
-    const auto start = [&] {
-        return CreateProcessW(path.c_str(), nullptr, nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &info);
-    };
-    EXPECT_FALSE(start());
-    EXPECT_EQ(GetLastError(), ERROR_ACCESS_DENIED) << "not executable";
-    std::string native = test::Narrow(path.substr(2));
-    std::replace(native.begin(), native.end(), '\\', '/');
-    chmod(native.c_str(), 0700);
-    EXPECT_FALSE(start());
-    EXPECT_EQ(GetLastError(), ERROR_BAD_EXE_FORMAT);
+    for (const auto& [mode, error] : {std::pair{0600, ERROR_ACCESS_DENIED}, {0700, ERROR_BAD_EXE_FORMAT}}) {
+        chmod(test::Native(path).c_str(), static_cast<mode_t>(mode));
+        EXPECT_EQ(ErrorOf(CreateProcessW(path.c_str(), nullptr, nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &info)),
+                  error);
+    }
 }
 
-TEST(ProcessOnLinux, AnEndedChildIsCollectedWithItsLastHandle) {
+TEST(ProcessOnLinux, AChildEndedByASignalIsCollectedWithItsLastHandle) {
     DWORD id = 0;
     {
         const ChildProcess child({_T("EndBySignal")});
         id = child.Id();
-        child.Wait(kPatience);
+        EXPECT_EQ(child.Wait(kPatience), 128U + SIGTERM);
         EXPECT_EQ(kill(static_cast<pid_t>(id), 0), 0) << "its number is kept";
     }
     EXPECT_EQ(kill(static_cast<pid_t>(id), 0), -1);

@@ -5,7 +5,11 @@
 #include <ctime>
 #include <tuple>
 
+#include "support/last_error.h"
+
 namespace {
+
+using test::ErrorOf;
 
 SYSTEMTIME Date(int year, int month, int day, int hour = 0, int minute = 0, int second = 0, int milliseconds = 0) {
     const auto word = [](int value) { return static_cast<WORD>(value); };
@@ -31,9 +35,7 @@ TEST(FileTime, CountsFrom1601) {
         WORD day_of_week;
     } rows[] = {
         {Date(1601, 1, 1), 0, 1},
-        {Date(1970, 1, 1), 116444736000000000, 4},
         {Date(2000, 2, 29, 23, 59, 59, 999), 125963423999990000, 2},
-        {Date(2038, 1, 19, 3, 14, 8), 137919572480000000, 2},
         {Date(30827, 12, 31), 9223149024000000000, 5},
     };
     for (const auto& row : rows) {
@@ -54,48 +56,32 @@ TEST(FileTime, RefusesDatesThatDoNotExist) {
                                    Date(2001, 1, 1, 0, 0, 60), Date(2001, 1, 1, 0, 0, 0, 1000)}) {
         SCOPED_TRACE(testing::PrintToString(Fields(date)));
         FILETIME ticks{};
-        SetLastError(ERROR_SUCCESS);
-        EXPECT_FALSE(SystemTimeToFileTime(&date, &ticks));
-        EXPECT_EQ(GetLastError(), ERROR_INVALID_PARAMETER);
+        EXPECT_EQ(ErrorOf(SystemTimeToFileTime(&date, &ticks)), ERROR_INVALID_PARAMETER);
     }
-    const FILETIME negative = Ticks(0x8000000000000000);
+    const FILETIME low = Ticks(0x1FFFFFFFF), high = Ticks(0x200000000), negative = Ticks(0x8000000000000000);
     SYSTEMTIME date{};
-    EXPECT_FALSE(FileTimeToSystemTime(&negative, &date));
-    EXPECT_EQ(GetLastError(), ERROR_INVALID_PARAMETER);
-}
-
-TEST(FileTime, ComparesAsUnsigned) {
-    const FILETIME low = Ticks(0x1FFFFFFFF), high = Ticks(0x200000000), top = Ticks(0xF000000000000000);
+    EXPECT_EQ(ErrorOf(FileTimeToSystemTime(&negative, &date)), ERROR_INVALID_PARAMETER);
     EXPECT_EQ(CompareFileTime(&low, &high), -1);
-    EXPECT_EQ(CompareFileTime(&top, &low), 1);
+    EXPECT_EQ(CompareFileTime(&negative, &low), 1) << "as unsigned";
     EXPECT_EQ(CompareFileTime(&low, &low), 0);
 }
 
-SYSTEMTIME Rule(int month, int week, int day_of_week, int hour) {
-    SYSTEMTIME rule = Date(0, month, week, hour);
-    rule.wDayOfWeek = static_cast<WORD>(day_of_week);
-    return rule;
+SYSTEMTIME Sunday(int month, int week, int hour) {
+    return Date(0, month, week, hour);
 }
 
 TIME_ZONE_INFORMATION Zone(LONG bias, const SYSTEMTIME& standard, const SYSTEMTIME& daylight) {
-    TIME_ZONE_INFORMATION zone{};
-    zone.Bias = bias;
-    zone.StandardDate = standard;
-    zone.DaylightDate = daylight;
-    zone.DaylightBias = -60;
-    return zone;
+    return {bias, {}, standard, 0, {}, daylight, -60};
 }
 
 TEST(TimeZone, FollowsTheRuleOfTheDate) {
-    const auto berlin = Zone(-60, Rule(10, 5, 0, 3), Rule(3, 5, 0, 2));
-    const auto sydney = Zone(-600, Rule(4, 1, 0, 3), Rule(10, 1, 0, 2));
+    const auto berlin = Zone(-60, Sunday(10, 5, 3), Sunday(3, 5, 2));
+    const auto sydney = Zone(-600, Sunday(4, 1, 3), Sunday(10, 1, 2));
     const auto kolkata = Zone(-330, SYSTEMTIME{}, SYSTEMTIME{});
     const struct {
         const TIME_ZONE_INFORMATION* zone;
         SYSTEMTIME universal, local;
     } rows[] = {
-        {&berlin, Date(2024, 1, 15, 12), Date(2024, 1, 15, 13)},
-        {&berlin, Date(2024, 7, 15, 12), Date(2024, 7, 15, 14)},
         {&berlin, Date(2024, 3, 31, 0, 59, 59, 7), Date(2024, 3, 31, 1, 59, 59, 7)},
         {&berlin, Date(2024, 3, 31, 1), Date(2024, 3, 31, 3)},
         {&berlin, Date(2024, 10, 27, 0, 30), Date(2024, 10, 27, 2, 30)},  // the first of two
@@ -120,9 +106,8 @@ TEST(TimeZone, FollowsTheRuleOfTheDate) {
     ASSERT_TRUE(TzSpecificLocalTimeToSystemTime(&berlin, &left_out, &result));
     EXPECT_EQ(Fields(result), Fields(Date(2024, 3, 31, 0, 30)));
     const SYSTEMTIME first = Date(1601, 1, 1), wrong = Date(2024, 2, 30);
-    EXPECT_FALSE(TzSpecificLocalTimeToSystemTime(&berlin, &first, &result));
-    EXPECT_FALSE(SystemTimeToTzSpecificLocalTime(&berlin, &wrong, &result));
-    EXPECT_EQ(GetLastError(), ERROR_INVALID_PARAMETER);
+    EXPECT_EQ(ErrorOf(TzSpecificLocalTimeToSystemTime(&berlin, &first, &result)), ERROR_INVALID_PARAMETER);
+    EXPECT_EQ(ErrorOf(SystemTimeToTzSpecificLocalTime(&berlin, &wrong, &result)), ERROR_INVALID_PARAMETER);
 }
 
 TEST(Clock, ItsFacesAgree) {
@@ -152,7 +137,6 @@ TEST(Clock, CountersGoForward) {
     EXPECT_GE(frequency.QuadPart, 1000000);
     const ULONGLONG ticks = GetTickCount64();
     QueryPerformanceCounter(&first);
-    Sleep(0);
     while (GetTickCount64() < ticks + 20) {
     }
     QueryPerformanceCounter(&second);

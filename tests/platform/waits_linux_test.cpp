@@ -57,8 +57,7 @@ private:
 TEST(SleepingThreads, AreReleasedByASignalThatIsTakenBackAtOnce) {
     for (const BOOL manual : {FALSE, TRUE}) {
         SCOPED_TRACE(manual);
-        const Handle event(CreateEventW(nullptr, manual, FALSE, nullptr));
-        const Handle never(CreateEventW(nullptr, TRUE, FALSE, nullptr));
+        const Handle event(CreateEventW(nullptr, manual, FALSE, nullptr)), never(CreateEventW(nullptr, TRUE, FALSE, nullptr));
         const HANDLE both[] = {never, event};
         Sleepers single(1, [&] { return WaitForSingleObject(event, kPatience); });
         SetEvent(event);
@@ -72,22 +71,13 @@ TEST(SleepingThreads, AreReleasedByASignalThatIsTakenBackAtOnce) {
     }
 }
 
-TEST(SleepingThreads, EachTakeOneOfSeveralSignals) {
-    const Handle event(CreateEventW(nullptr, FALSE, FALSE, nullptr));
-    Sleepers sleepers(3, [&] { return WaitForSingleObject(event, kPatience); });
-    for (int i = 0; i < 3; ++i) {
-        SetEvent(event);
-    }
-    EXPECT_EQ(sleepers.Results(), std::vector(3, WAIT_OBJECT_0));
-    EXPECT_EQ(WaitForSingleObject(event, 0), WAIT_TIMEOUT);
-}
-
-TEST(SleepingThreads, InACriticalSectionOrForAMutexGetIt) {
-    const Handle mutex(CreateMutexW(nullptr, TRUE, nullptr));
+TEST(SleepingThreads, EachGetTheirTurn) {
+    const Handle event(CreateEventW(nullptr, FALSE, FALSE, nullptr)), mutex(CreateMutexW(nullptr, TRUE, nullptr));
     CRITICAL_SECTION section;
     InitializeCriticalSection(&section);
     EnterCriticalSection(&section);
-    Sleepers sleepers(3, [&] {
+    Sleepers signalled(3, [&] { return WaitForSingleObject(event, kPatience); });
+    Sleepers owners(3, [&] {
         EnterCriticalSection(&section);
         LeaveCriticalSection(&section);
         const HANDLE list[] = {mutex};
@@ -95,9 +85,14 @@ TEST(SleepingThreads, InACriticalSectionOrForAMutexGetIt) {
         ReleaseMutex(mutex);
         return result;
     });
+    for (int i = 0; i < 3; ++i) {
+        SetEvent(event);
+    }
     LeaveCriticalSection(&section);
     ReleaseMutex(mutex);
-    EXPECT_EQ(sleepers.Results(), std::vector(3, WAIT_OBJECT_0));
+    EXPECT_EQ(signalled.Results(), std::vector(3, WAIT_OBJECT_0));
+    EXPECT_EQ(owners.Results(), std::vector(3, WAIT_OBJECT_0));
+    EXPECT_EQ(WaitForSingleObject(event, 0), WAIT_TIMEOUT);
     DeleteCriticalSection(&section);
 }
 
