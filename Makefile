@@ -22,7 +22,8 @@ setup:
 build: setup
 	@scripts/build $(PRESET)
 
-demo: build
+demo: setup
+	@scripts/build $(PRESET) workstation
 	@scripts/demo $(BUILD)
 
 test: build

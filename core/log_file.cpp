@@ -20,7 +20,7 @@ using Text = std::basic_string<TCHAR>;
 using View = std::basic_string_view<TCHAR>;
 
 constexpr View kLineEnd = _T("\r\n");
-constexpr std::size_t kKeptRecord = 64 * 1024;  // units; a longer message gives its memory back
+constexpr std::size_t kKeptRecord = 0x10000;  // units; a longer message gives its memory back
 
 class ProcessesScope {
 public:

@@ -5,7 +5,8 @@
 #include <afx_exception.h>
 #include <gtest/gtest.h>
 
-#include <vector>
+#include <initializer_list>
+#include <string>
 
 #include "support/temp_folder.h"
 
@@ -30,23 +31,20 @@ int FileCause(Call call, CString* path = nullptr) {
         call();
     } catch (CFileException* exception) {
         const int cause = exception->m_cause;
-        if (path != nullptr) {
+        if (path != nullptr)
             *path = exception->m_strFileName;
-        }
         exception->Delete();
         return cause;
     }
     return CFileException::none;
 }
 
-struct TextRow {
-    CString actual;
-    LPCTSTR expected;
-};
-
-inline void ExpectRows(const std::vector<TextRow>& rows) {
-    for (const TextRow& row : rows)
-        EXPECT_EQ(Narrow(row.actual.View()), Narrow(row.expected)) << "row " << &row - rows.data() + 1;
+// A row of texts with a bar between each two.
+inline std::string Joined(std::initializer_list<CString> texts) {
+    std::string joined;
+    for (const CString& text : texts)
+        joined += (&text == texts.begin() ? "" : "|") + Narrow(text.View());
+    return joined;
 }
 
 }  // namespace test

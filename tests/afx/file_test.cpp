@@ -36,46 +36,33 @@ TEST(File, ReadsWritesAndSeeks) {
 
 TEST(File, SaysWhyItCannotBeOpened) {
     const TempFolder folder;
-    folder.Write(_T("file"), "x");
     folder.MakeFolder(_T("folder"));
-    CFile held(folder.Path(_T("file")).c_str(), CFile::modeRead | CFile::shareExclusive);
+    CFile held(folder.Write(_T("held"), "x").c_str(), CFile::modeRead | CFile::shareExclusive);
+    const Text locked = folder.Write(_T("locked"), "x");
+    SetFileAttributesW(locked.c_str(), FILE_ATTRIBUTE_READONLY);
     const struct {
         const TCHAR* name;
         UINT flags;
         int cause;
-        DWORD error;
+        LONG error;
     } rows[] = {
         {_T("missing"), CFile::modeRead, CFileException::fileNotFound, ERROR_FILE_NOT_FOUND},
         {_T("missing\\file"), CFile::modeRead, CFileException::badPath, ERROR_PATH_NOT_FOUND},
         {_T("folder"), CFile::modeRead, CFileException::accessDenied, ERROR_ACCESS_DENIED},
-        {_T("file"), CFile::modeRead | CFile::shareDenyNone, CFileException::sharingViolation, ERROR_SHARING_VIOLATION},
-        {_T("file"), CFile::modeWrite | CFile::shareDenyNone, CFileException::sharingViolation, ERROR_SHARING_VIOLATION},
+        {_T("held"), CFile::modeRead | CFile::shareDenyNone, CFileException::sharingViolation, ERROR_SHARING_VIOLATION},
+        {_T("locked"), CFile::modeReadWrite, CFileException::accessDenied, ERROR_ACCESS_DENIED},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(test::Narrow(row.name));
-        CFileException error;
-        CFile file;
-        EXPECT_FALSE(file.Open(folder.Path(row.name).c_str(), row.flags, &error));
-        EXPECT_EQ(error.m_cause, row.cause);
-        EXPECT_EQ(error.m_lOsError, static_cast<LONG>(row.error));
-        EXPECT_EQ(error.m_strFileName, folder.Path(row.name).c_str());
-    }
-}
-
-TEST(File, SaysThatRightsAreMissing) {
-    const TempFolder folder;
-    const Text path = folder.Write(_T("file"), "x");
-    SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_READONLY);
-    {
         const test::UnprivilegedScope scope;
         CFileException error;
-        CFile file;
-        EXPECT_FALSE(file.Open(path.c_str(), CFile::modeReadWrite, &error));
-        EXPECT_EQ(error.m_cause, CFileException::accessDenied);
-        EXPECT_EQ(error.m_lOsError, static_cast<LONG>(ERROR_ACCESS_DENIED));
-        EXPECT_TRUE(file.Open(path.c_str(), CFile::modeRead));
+        EXPECT_FALSE(CFile().Open(folder.Path(row.name).c_str(), row.flags, &error));
+        EXPECT_EQ(error.m_cause, row.cause);
+        EXPECT_EQ(error.m_lOsError, row.error);
+        EXPECT_EQ(error.m_strFileName, folder.Path(row.name).c_str());
     }
-    SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
+    EXPECT_TRUE(CFile().Open(locked.c_str(), CFile::modeRead));
+    SetFileAttributesW(locked.c_str(), FILE_ATTRIBUTE_NORMAL);
 }
 
 TEST(File, CreatesEmptiesOrKeeps) {
@@ -94,11 +81,9 @@ TEST(File, CreatesEmptiesOrKeeps) {
 TEST(File, LeavesAHandleThatItWasGivenToItsOwner) {
     const TempFolder folder;
     const test::Handle handle(CreateFileW(folder.Path(_T("file")).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr));
-    { CFile(handle).Write("ab", 2); }
+    CFile(handle).Write("ab", 2);
     CFile(handle).Write("c", 1);
-    LARGE_INTEGER size = {};
-    EXPECT_TRUE(GetFileSizeEx(handle, &size));
-    EXPECT_EQ(size.QuadPart, 3);
+    EXPECT_EQ(CFile(handle).GetLength(), 3U);
 }
 
 TEST(File, ThrowsByPointerWithCauseAndPath) {
@@ -106,18 +91,16 @@ TEST(File, ThrowsByPointerWithCauseAndPath) {
     const Text path = folder.Path(_T("missing"));
     CFile file;
     char byte = 0;
-    const struct {
-        std::function<void()> action;
-        int cause;
-    } rows[] = {{[&] { CFile opened(path.c_str(), CFile::modeRead); }, CFileException::fileNotFound},
-                {[&] { CFile::Remove(path.c_str()); }, CFileException::fileNotFound},
-                {[&] { CFile::Rename(path.c_str(), folder.Path(_T("other")).c_str()); }, CFileException::fileNotFound},
-                {[&] { file.Open(path.c_str(), CFile::modeCreate | CFile::modeWrite), file.Seek(-1, CFile::begin); },
-                 CFileException::badSeek},
-                {[&] { file.Read(&byte, 1); }, CFileException::accessDenied}};
-    for (const auto& row : rows) {
+    const std::pair<std::function<void()>, int> rows[] = {
+        {[&] { CFile opened(path.c_str(), CFile::modeRead); }, CFileException::fileNotFound},
+        {[&] { CFile::Remove(path.c_str()); }, CFileException::fileNotFound},
+        {[&] { CFile::Rename(path.c_str(), folder.Path(_T("other")).c_str()); }, CFileException::fileNotFound},
+        {[&] { file.Open(path.c_str(), CFile::modeCreate | CFile::modeWrite), file.Seek(-1, CFile::begin); },
+         CFileException::badSeek},
+        {[&] { file.Read(&byte, 1); }, CFileException::accessDenied}};
+    for (const auto& [action, cause] : rows) {
         CString named;
-        EXPECT_EQ(test::FileCause(row.action, &named), row.cause);
+        EXPECT_EQ(test::FileCause(action, &named), cause);
         EXPECT_EQ(named, path.c_str());
     }
 }
@@ -128,10 +111,8 @@ TEST(File, KnowsItsStatus) {
     CFileStatus status;
     ASSERT_TRUE(CFile::GetStatus(path.c_str(), status));
     EXPECT_EQ(status.m_size, 5U);
-    EXPECT_EQ(status.m_szFullName, path.c_str());
     EXPECT_LE(CTime::GetCurrentTime().GetTime() - status.m_mtime.GetTime(), 60);
     EXPECT_FALSE(CFile::GetStatus(folder.Path(_T("missing")).c_str(), status));
-    EXPECT_EQ(status.m_size, 5U);
 
     const FILETIME before1970 = {0, 0x01000000};
     CFile file(path.c_str(), CFile::modeReadWrite);
@@ -161,9 +142,8 @@ TEST(MemFile, GrowsAndFillsGapsWithZeros) {
     char byte = 0;
     EXPECT_EQ(file.Seek(100, CFile::end), 108U);
     EXPECT_EQ(file.Read(&byte, 1), 0U);
-    for (const LONGLONG offset : {-109LL, 0x7FFFFFFFFFFFFFFFLL}) {
+    for (const LONGLONG offset : {-109LL, 0x7FFFFFFFFFFFFFFFLL})
         EXPECT_EQ(test::FileCause([&] { file.Seek(offset, CFile::current); }), CFileException::badSeek);
-    }
     EXPECT_EQ(file.GetPosition(), 108U);
 }
 
@@ -173,24 +153,16 @@ TEST(MemFile, WorksInMemoryOfItsCaller) {
     char bytes[5] = {};
     EXPECT_EQ(file.Read(bytes, 5), 4U);
     EXPECT_STREQ(bytes, "abcd");
+    EXPECT_THROW(file.Write("Z", 1), CMemoryException*);
     file.Seek(2, CFile::begin);
     file.Write("XY", 2);
     EXPECT_EQ(fixed[2], 'X');
-    try {
-        file.Write("Z", 1);
-        FAIL();
-    } catch (CMemoryException* e) {
-        e->Delete();
-    }
     EXPECT_EQ(file.Detach(), fixed);
-    EXPECT_EQ(file.GetLength(), 0U);
-
     file.Attach(static_cast<BYTE*>(std::malloc(2)), 2, 16);
     EXPECT_EQ(file.GetLength(), 0U);
     file.Write("12345", 5);
-    BYTE* const grown = file.Detach();
-    EXPECT_EQ(std::string(reinterpret_cast<char*>(grown), 5), "12345");
-    std::free(grown);
+    EXPECT_EQ(BytesOf(file), "12345");
+    std::free(file.Detach());
 }
 
 TEST(StdioFile, TranslatesLinesInTextMode) {
@@ -198,32 +170,25 @@ TEST(StdioFile, TranslatesLinesInTextMode) {
     const Text path = folder.Path(_T("lines.txt"));
     {
         CStdioFile out(path.c_str(), CFile::modeCreate | CFile::modeWrite);
-        out.WriteString(_T("Gr\x00FC\x00DF\x65\n"));
-        out.WriteString(_T("\n\x20AClast"));
-        EXPECT_EQ(out.GetPosition(), 14U);
-        EXPECT_EQ(out.GetLength(), 14U);
+        out.WriteString(_T("Gr\x00FC\x00DF\n\n\x20AClast"));
+        EXPECT_EQ(out.GetPosition(), 13U);
+        EXPECT_EQ(out.GetLength(), 13U);
     }
-    EXPECT_EQ(folder.Read(_T("lines.txt")),
-              "Gr\xFC\xDF"
-              "e\r\n\r\n\x80last");
+    EXPECT_EQ(folder.Read(_T("lines.txt")), "Gr\xFC\xDF\r\n\r\n\x80last");
 
     CStdioFile in(path.c_str(), CFile::modeRead);
     CString line;
-    EXPECT_TRUE(in.ReadString(line));
-    EXPECT_EQ(line, _T("Gr\x00FC\x00DF\x65"));
-    EXPECT_EQ(in.GetPosition(), 7U);
-    EXPECT_TRUE(in.ReadString(line));
-    EXPECT_TRUE(line.IsEmpty());
-    EXPECT_TRUE(in.ReadString(line));
-    EXPECT_EQ(line, _T("\x20AClast"));
+    for (const TCHAR* expected : {_T("Gr\x00FC\x00DF"), _T(""), _T("\x20AClast")}) {
+        EXPECT_TRUE(in.ReadString(line));
+        EXPECT_EQ(line, expected);
+        EXPECT_EQ(in.GetPosition(), *expected == _T('G') ? 6U : *expected == 0 ? 8U : 13U);
+    }
     EXPECT_FALSE(in.ReadString(line));
     EXPECT_TRUE(line.IsEmpty());
     in.SeekToBegin();
     char bytes[32] = {};
-    EXPECT_EQ(in.Read(bytes, 32), 12U);
-    EXPECT_STREQ(bytes,
-                 "Gr\xFC\xDF"
-                 "e\n\n\x80last");
+    EXPECT_EQ(in.Read(bytes, 32), 11U);
+    EXPECT_STREQ(bytes, "Gr\xFC\xDF\n\n\x80last");
 }
 
 TEST(StdioFile, HandsOutAsMuchOfALineAsThereIsRoomFor) {
@@ -243,7 +208,7 @@ TEST(StdioFile, HandsOutAsMuchOfALineAsThereIsRoomFor) {
 
 TEST(StdioFile, FindsLineEndsAtTheBordersOfItsBlocks) {
     const TempFolder folder;
-    for (const std::size_t length : {4093, 4094, 4095, 4096, 4097, 10000}) {
+    for (const std::size_t length : {4094, 4095, 4096, 4097, 10000}) {
         SCOPED_TRACE(length);
         const std::string text(length, 'x');
         CStdioFile file(folder.Write(_T("f"), text + "\r\nnext").c_str(), CFile::modeRead);
@@ -255,7 +220,6 @@ TEST(StdioFile, FindsLineEndsAtTheBordersOfItsBlocks) {
         std::vector<TCHAR> room(length + 2);
         EXPECT_NE(file.ReadString(room.data(), static_cast<UINT>(length + 2)), nullptr);
         EXPECT_EQ(room[length], _T('\n'));
-        EXPECT_EQ(file.GetPosition(), length + 2);
     }
 }
 

@@ -3,15 +3,14 @@
 
 #include <thread>
 
+#include "expect.h"
+
 namespace {
 
 // Whether another thread could have the lock now.
 bool IsFree(CSyncObject& object) {
     BOOL locked = FALSE;
-    std::thread([&] {
-        CSingleLock lock(&object);
-        locked = lock.Lock(0);
-    }).join();
+    std::thread([&] { locked = CSingleLock(&object).Lock(0); }).join();
     return locked != FALSE;
 }
 
@@ -19,9 +18,8 @@ bool IsFree(CCriticalSection& section) {
     BOOL entered = FALSE;
     std::thread([&] {
         entered = TryEnterCriticalSection(section);
-        if (entered) {
+        if (entered)
             section.Unlock();
-        }
     }).join();
     return entered != FALSE;
 }
@@ -29,7 +27,7 @@ bool IsFree(CCriticalSection& section) {
 template <class Lock>
 void ExpectAGuardedScope() {
     Lock object;
-    {
+    EXPECT_TRUE(test::IsInvalid([&] {
         CSingleLock lock(&object, TRUE);
         EXPECT_TRUE(lock.IsLocked());
         EXPECT_FALSE(IsFree(object));
@@ -39,24 +37,14 @@ void ExpectAGuardedScope() {
         EXPECT_TRUE(IsFree(object));
         EXPECT_TRUE(lock.Lock());
         EXPECT_FALSE(IsFree(object));
-    }
+        AfxThrowInvalidArgException();
+    }));
     EXPECT_TRUE(IsFree(object));
 }
 
-TEST(SingleLock, HoldsItsObjectForAScope) {
+TEST(SingleLock, HoldsItsObjectUntilAnExceptionPasses) {
     ExpectAGuardedScope<CCriticalSection>();
     ExpectAGuardedScope<CMutex>();
-}
-
-TEST(SingleLock, IsGivenBackWhenAnExceptionPasses) {
-    CCriticalSection section;
-    try {
-        CSingleLock lock(&section, TRUE);
-        AfxThrowInvalidArgException();
-    } catch (CInvalidArgException* e) {
-        e->Delete();
-    }
-    EXPECT_TRUE(IsFree(section));
 }
 
 TEST(SingleLock, GivesUpWhenTheTimeIsOver) {

@@ -5,8 +5,8 @@
 
 namespace {
 
-using test::ExpectRows;
 using test::IsInvalid;
+using test::Joined;
 
 constexpr __time64_t kLeapDay = 1709210096;  // Thursday 2024-02-29 12:34:56 UTC
 
@@ -20,51 +20,39 @@ CString UserLocale(LCTYPE type) {
     return text;
 }
 
-}  // namespace
-
 TEST(Time, FormatsWhatNoLocaleChanges) {
     const CTime leapDay(kLeapDay), sunday(1672531200), monday(1704114309), lastDay(1735689599);
-    ExpectRows({
-        {leapDay.FormatGmt(_T("%Y-%m-%d %H:%M:%S")), _T("2024-02-29 12:34:56")},
-        {leapDay.FormatGmt(_T("%d.%m.%y|%F|%D|%T|%R")), _T("29.02.24|2024-02-29|02/29/24|12:34:56|12:34")},
-        {monday.FormatGmt(_T("%H %I %M %S %e %j")), _T("13 01 05 09  1 001")},
-        {monday.FormatGmt(_T("%#H %#I %#M %#S %#d %#m %#e %#j %#y")), _T("13 1 5 9 1 1 1 1 24")},
-        {sunday.FormatGmt(_T("%I %U %W %w")), _T("12 01 00 0")},
-        {monday.FormatGmt(_T("%U %W %w")), _T("00 01 1")},
-        {lastDay.FormatGmt(_T("%j %U %W %w")), _T("366 52 53 2")},
-        {CTime().FormatGmt(_T("%F %T%n%t%z %Z")), _T("1970-01-01 00:00:00\n\t+0000 UTC")},
-        {CTime(32535215999).FormatGmt(_T("%F %T")), _T("3000-12-31 23:59:59")},
-        {leapDay.FormatGmt(_T("100%% %q %#q %")), _T("100% %q %#q %")},
-        {leapDay.FormatGmt(nullptr), _T("")},
-    });
+    EXPECT_EQ(Joined({leapDay.FormatGmt(_T("%d.%m.%y|%F|%D|%T|%R")), leapDay.FormatGmt(nullptr)}),
+              "29.02.24|2024-02-29|02/29/24|12:34:56|12:34|");
+    EXPECT_EQ(Joined({monday.FormatGmt(_T("%Y %H %I %M %S %e %j")), monday.FormatGmt(_T("%#I %#M %#S %#d %#m %#e %#j %#y"))}),
+              "2024 13 01 05 09  1 001|1 5 9 1 1 1 1 24");
+    EXPECT_EQ(
+        Joined({sunday.FormatGmt(_T("%I %U %W %w")), monday.FormatGmt(_T("%U %W %w")), lastDay.FormatGmt(_T("%j %U %W %w"))}),
+        "12 01 00 0|00 01 1|366 52 53 2");
+    EXPECT_EQ(Joined({CTime().FormatGmt(_T("%F %T%n%t%z %Z")), CTime(32535215999).FormatGmt(_T("%F %T 100%% %q %#q %"))}),
+              "1970-01-01 00:00:00\n\t+0000 UTC|3000-12-31 23:59:59 100% %q %#q %");
 }
 
 TEST(Time, NamesDaysAndMonthsAsTheUsersLocale) {
-    for (int i = 0; i < 7; ++i) {
-        const CTime day(2024, 1, 1 + i, 12, 0, 0);  // a Monday first
-        EXPECT_EQ(day.Format(_T("%A/%a")), UserLocale(LOCALE_SDAYNAME1 + static_cast<LCTYPE>(i)) + _T('/') +
-                                               UserLocale(LOCALE_SABBREVDAYNAME1 + static_cast<LCTYPE>(i)));
-        EXPECT_EQ(day.GetDayOfWeek(), (i + 1) % 7 + 1);
-    }
     for (int i = 0; i < 12; ++i) {
-        const CTime month(2024, 1 + i, 15, 12, 0, 0);
-        EXPECT_EQ(month.Format(_T("%B/%b/%h")), UserLocale(LOCALE_SMONTHNAME1 + static_cast<LCTYPE>(i)) + _T('/') +
-                                                    UserLocale(LOCALE_SABBREVMONTHNAME1 + static_cast<LCTYPE>(i)) + _T('/') +
-                                                    UserLocale(LOCALE_SABBREVMONTHNAME1 + static_cast<LCTYPE>(i)));
+        const CTime time(2024, 1 + i, 1, 1, 2, 3);
+        const LCTYPE month = static_cast<LCTYPE>(i), day = static_cast<LCTYPE>((time.GetDayOfWeek() + 5) % 7);
+        EXPECT_EQ(time.Format(_T("%A/%a/%B/%b")),
+                  UserLocale(LOCALE_SDAYNAME1 + day) + _T('/') + UserLocale(LOCALE_SABBREVDAYNAME1 + day) + _T('/') +
+                      UserLocale(LOCALE_SMONTHNAME1 + month) + _T('/') + UserLocale(LOCALE_SABBREVMONTHNAME1 + month));
+        EXPECT_EQ(time.Format(_T("%h")), time.Format(_T("%b")));
     }
     const CTime morning(2024, 2, 29, 1, 2, 3), evening(2024, 2, 29, 23, 2, 3);
-    EXPECT_EQ(morning.Format(_T("%p")), UserLocale(LOCALE_S1159));
-    EXPECT_EQ(evening.Format(_T("%p")), UserLocale(LOCALE_S2359));
-    EXPECT_EQ(morning.Format(_T("%c")), morning.Format(_T("%x")) + _T(' ') + morning.Format(_T("%X")));
-    EXPECT_NE(morning.Format(_T("%x")).Find(_T("29")), -1);
-    EXPECT_EQ(morning.Format(_T("%#c")), morning.Format(_T("%#x")) + _T(' ') + morning.Format(_T("%X")));
+    EXPECT_EQ(morning.GetDayOfWeek(), 5);
+    EXPECT_EQ(morning.Format(_T("%p")) + evening.Format(_T("%p")), UserLocale(LOCALE_S1159) + UserLocale(LOCALE_S2359));
+    EXPECT_EQ(morning.Format(_T("%c")), morning.Format(_T("%x %X")));
+    EXPECT_EQ(morning.Format(_T("%#c")), morning.Format(_T("%#x %X")));
     EXPECT_GT(morning.Format(_T("%#x")).GetLength(), morning.Format(_T("%x")).GetLength());
-    EXPECT_NE(morning.Format(_T("%X")).Find(_T("02")), -1);
+    EXPECT_TRUE(morning.Format(_T("%x")).Find(_T("29")) >= 0 && morning.Format(_T("%X")).Find(_T("02")) >= 0);
 }
 
 TEST(Time, TakesLocalTimeApartAndTogether) {
     const CTime time(2024, 2, 29, 12, 34, 56);
-    EXPECT_EQ(time.Format(_T("%Y-%m-%d %H:%M:%S")), _T("2024-02-29 12:34:56"));
     EXPECT_EQ(time.GetYear() * 10000 + time.GetMonth() * 100 + time.GetDay(), 20240229);
     EXPECT_EQ(time.GetHour() * 10000 + time.GetMinute() * 100 + time.GetSecond(), 123456);
     SYSTEMTIME local = {};
@@ -82,7 +70,6 @@ TEST(Time, TakesLocalTimeApartAndTogether) {
 TEST(Time, TakesFileTimesForWhatTheyAre) {
     constexpr ULONGLONG kTicksOfLeapDay = 133536836969999999;  // the last tick of the second
     EXPECT_EQ(CTime(FileTime(kTicksOfLeapDay)).GetTime(), kLeapDay);
-    EXPECT_EQ(CTime(FileTime(kTicksOfLeapDay), 1).GetTime(), kLeapDay);
     FILETIME before = {}, after = {};
     GetSystemTimeAsFileTime(&before);
     const CTime now = CTime::GetCurrentTime();
@@ -95,10 +82,8 @@ TEST(Time, TakesFileTimesForWhatTheyAre) {
 TEST(Time, MakesNoTimeOfEmptyStructuresAndRefusesImpossibleOnes) {
     const SYSTEMTIME empty = {}, year1899 = {1899, 12, 0, 31, 0, 0, 0, 0}, year1950 = {1950, 1, 0, 1, 0, 0, 0, 0};
     const SYSTEMTIME month13 = {2024, 13, 0, 1, 0, 0, 0, 0};
-    EXPECT_EQ(CTime(empty).GetTime(), 0);
-    EXPECT_EQ(CTime(year1899).GetTime(), 0);
-    EXPECT_EQ(CTime(FileTime(0)).GetTime(), 0);
-    EXPECT_EQ(CTime(FileTime(9435484799'9999999)).GetTime(), 0);          // the end of 1899
+    for (const CTime& time : {CTime(empty), CTime(year1899), CTime(FileTime(0)), CTime(FileTime(9435484799'9999999))})
+        EXPECT_EQ(time.GetTime(), 0);
     EXPECT_TRUE(IsInvalid([] { CTime{FileTime(9435484800'0000000)}; }));  // 1900-01-01
     EXPECT_TRUE(IsInvalid([] { CTime{FileTime(0xFFFFFFFFFFFFFFFF)}; }));
     EXPECT_TRUE(IsInvalid([&] { CTime{year1950}; }));
@@ -128,14 +113,12 @@ TEST(TimeSpan, CountsAndPrintsItsParts) {
     EXPECT_EQ(back.GetSeconds(), -6);
     EXPECT_LT(back, span);
     EXPECT_EQ(CTimeSpan(100'000, 0, 0, 0).GetTotalSeconds(), 8'640'000'000);
-    ExpectRows({
-        {span.Format(_T("%D days %H:%M:%S, %% %Y %")), _T("3 days 04:05:06, % %Y %")},
-        {back.Format(_T("%D %H")), _T("-3 -4")},
-        {CTimeSpan().Format(_T("%D %H:%M:%S")), _T("0 00:00:00")},
-    });
+    EXPECT_EQ(Joined({span.Format(_T("%D days %H:%M:%S, %% %Y %")), back.Format(_T("%D %H"))}), "3 days 04:05:06, % %Y %|-3 -4");
     CTime time(kLeapDay);
     time += span;
     EXPECT_EQ(time - CTime(kLeapDay), span);
     time -= span + CTimeSpan(1);
     EXPECT_LT(time, CTime(kLeapDay));
 }
+
+}  // namespace

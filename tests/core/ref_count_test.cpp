@@ -7,54 +7,37 @@
 namespace {
 
 // Its end takes the object's lock on another thread, and would wait for ever if the lock were still held.
-class Counted : public CRefCount {
-public:
+struct Counted : CRefCount {
     explicit Counted(int& ends) : ends_(ends) {}
-
-protected:
     ~Counted() override {
         std::thread([this] { AddRef(); }).join();
         ++ends_;
     }
 
-private:
     int& ends_;  // guarded by nothing but the count: whoever gives back the last reference is alone
 };
 
-TEST(RefCount, EndsTheObjectWithTheLastReferenceOutsideItsLock) {
-    int ends = 0;
-    Counted* object = new Counted(ends);
-    EXPECT_EQ(object->AddRef(), object);
-    object->Release();
-    EXPECT_EQ(ends, 0);
-    object->Release();
-    EXPECT_EQ(ends, 1);
-}
-
-TEST(RefCount, CountsTheReferencesOfManyThreads) {
+TEST(RefCount, EndsTheObjectOutsideItsLockWithTheLastReferenceOfManyThreads) {
     for (int round = 1; round <= 50; ++round) {
         int ends = 0;
         Counted* object = new Counted(ends);
         std::vector<std::thread> threads;
         for (int i = 0; i < 8; ++i) {
             threads.emplace_back([held = object->AddRef()] {
-                for (int pair = 0; pair < 500; ++pair) {
+                for (int pair = 0; pair < 500; ++pair)
                     held->AddRef()->Release();
-                }
                 held->Release();
             });
         }
         object->Release();
-        for (std::thread& thread : threads) {
+        for (std::thread& thread : threads)
             thread.join();
-        }
         ASSERT_EQ(ends, 1);
     }
 }
 
 TEST(AutoReleaser, GivesBackOneReferenceAndHandsOnThePointerAlone) {
-    int ends = 0;
-    int others = 0;
+    int ends = 0, others = 0;
     Counted* other = new Counted(others);
     {
         CAutoReleaser source(new Counted(ends));

@@ -1,28 +1,12 @@
 #include <gtest/gtest.h>
 #include <kadata/patient.h>
 
-#include "support/temp_folder.h"
-
-namespace {
+#include "support/environment.h"
 
 TEST(PatientBirthday, IsShownInTheShortFormOfTheUsersLocale) {
-    const struct {
-        LPCTSTR locale;
-        LPCTSTR expected;
-    } rows[] = {
-        {_T("en_US.UTF-8"), _T("1/31/1980")},
-        {_T("de_DE.UTF-8"), _T("31.01.1980")},
-        {_T("ja_JP.UTF-8"), _T("1980/01/31")},
-    };
-    TCHAR before[100] = {};
-    const bool had = GetEnvironmentVariableW(_T("LC_ALL"), before, 100) != 0;
-    for (const auto& row : rows) {
-        SetEnvironmentVariableW(_T("LC_ALL"), row.locale);
-        CPatient patient;
-        patient.SetBirthDay(19800131);
-        EXPECT_EQ(test::Narrow(patient.GetBirthDayString().GetString()), test::Narrow(row.expected));
+    const std::pair<LPCTSTR, LPCTSTR> rows[] = {{_T("en_US.UTF-8"), _T("1/31/1980")}, {_T("ja_JP.UTF-8"), _T("1980/01/31")}};
+    for (const auto& [locale, expected] : rows) {
+        const test::InEnvironment chosen(_T("LC_ALL"), locale);
+        EXPECT_EQ(CPatient(_T("Miller, Anna,19800131")).GetBirthDayString(), CString(expected));
     }
-    SetEnvironmentVariableW(_T("LC_ALL"), had ? before : nullptr);
 }
-
-}  // namespace

@@ -9,55 +9,53 @@
 #include <string>
 
 #include "support/environment.h"
+#include "support/last_error.h"
 #include "support/native_path_linux.h"
 #include "support/temp_folder.h"
 #include "support/unprivileged.h"
 
 namespace {
 
+using test::ErrorOf;
 using test::InEnvironment;
 using test::Narrow;
 using test::Native;
 using test::TempFolder;
 using test::Text;
 
-DWORD RemovalError(const Text& path) {
-    SetLastError(ERROR_SUCCESS);
-    return RemoveDirectoryW(path.c_str()) ? ERROR_SUCCESS : GetLastError();
-}
-
 TEST(DirectoriesLinux, RemoveALinkAndNeverWhatItLeadsTo) {
     const TempFolder folder;
+    folder.Write(_T("file"), "x");
     folder.MakeFolder(_T("target"));
     folder.Write(_T("target\\kept"), "x");
-    folder.Write(_T("file"), "x");
-    for (const char* const target : {"target", "file", "nowhere"}) {
-        ASSERT_EQ(symlink(target, (Native(folder.Path()) + "/to " + target).c_str()), 0);
+    for (const std::string target : {"target", "file", "nowhere"}) {
+        const Text link = folder.Path(test::Widen("to " + target));
+        ASSERT_EQ(symlink(target.c_str(), Native(link).c_str()), 0);
+        if (target == "target") {
+            EXPECT_TRUE(RemoveDirectoryW(link.c_str()));
+        } else {
+            EXPECT_EQ(ErrorOf(RemoveDirectoryW(link.c_str())), ERROR_DIRECTORY);
+        }
     }
-    EXPECT_EQ(RemovalError(folder.Path(_T("to target"))), ERROR_SUCCESS);
     EXPECT_FALSE(folder.Has(_T("to target")));
     EXPECT_EQ(folder.Read(_T("target\\kept")), "x");
-    EXPECT_EQ(RemovalError(folder.Path(_T("to file"))), ERROR_DIRECTORY);
-    EXPECT_EQ(RemovalError(folder.Path(_T("to nowhere"))), ERROR_DIRECTORY);
 }
 
 TEST(DirectoriesLinux, FailWhereRightsAreMissing) {
     const TempFolder folder;
-    folder.MakeFolder(_T("closed\\sub"));
-    ASSERT_EQ(chmod(Native(folder.Path(_T("closed\\sub"))).c_str(), 0555), 0);
-    EXPECT_EQ(RemovalError(folder.Path(_T("closed\\sub"))), ERROR_ACCESS_DENIED);  // read-only, for root too
-    ASSERT_EQ(chmod(Native(folder.Path(_T("closed\\sub"))).c_str(), 0777), 0);
-    ASSERT_EQ(chmod(Native(folder.Path(_T("closed"))).c_str(), 0555), 0);
+    const Text sub = folder.MakeFolder(_T("closed\\sub")), closed = folder.Path(_T("closed"));
+    ASSERT_EQ(chmod(Native(sub).c_str(), 0555), 0);
+    EXPECT_EQ(ErrorOf(RemoveDirectoryW(sub.c_str())), ERROR_ACCESS_DENIED);  // read-only, for root too
+    ASSERT_EQ(chmod(Native(sub).c_str(), 0777), 0);
+    ASSERT_EQ(chmod(Native(closed).c_str(), 0555), 0);
     {
         const test::UnprivilegedScope rights;
-        EXPECT_FALSE(CreateDirectoryW(folder.Path(_T("closed\\new")).c_str(), nullptr));
-        EXPECT_EQ(GetLastError(), ERROR_ACCESS_DENIED);
-        EXPECT_EQ(RemovalError(folder.Path(_T("closed\\sub"))), ERROR_ACCESS_DENIED);
         TCHAR name[MAX_PATH];
-        EXPECT_EQ(GetTempFileNameW(folder.Path(_T("closed")).c_str(), _T("k"), 0, name), 0u);
-        EXPECT_EQ(GetLastError(), ERROR_ACCESS_DENIED);
+        EXPECT_EQ(ErrorOf(CreateDirectoryW((closed + _T("\\new")).c_str(), nullptr)), ERROR_ACCESS_DENIED);
+        EXPECT_EQ(ErrorOf(RemoveDirectoryW(sub.c_str())), ERROR_ACCESS_DENIED);
+        EXPECT_EQ(ErrorOf(GetTempFileNameW(closed.c_str(), _T("k"), 0, name)), ERROR_ACCESS_DENIED);
     }
-    ASSERT_EQ(chmod(Native(folder.Path(_T("closed"))).c_str(), 0777), 0);
+    ASSERT_EQ(chmod(Native(closed).c_str(), 0777), 0);
 }
 
 TEST(DirectoriesLinux, TempPathTakesNativePathsAndItsFilesArePrivate) {

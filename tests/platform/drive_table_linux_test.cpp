@@ -10,12 +10,15 @@
 #include <fstream>
 #include <string>
 
+#include "support/handles.h"
+#include "support/last_error.h"
 #include "support/native_path_linux.h"
 #include "support/temp_folder.h"
 
 namespace {
 
 namespace fs = std::filesystem;
+using test::ErrorOf;
 using test::Narrow;
 using test::TempFolder;
 
@@ -32,9 +35,8 @@ const Disk kUsbDisk{"sdc", "8:33", "devices/pci0000:00/0000:00:14.0/usb2/2-1/hos
 const Disk kCard{"mmcblk0", "179:1", "devices/pci0000:00/mmc_host/mmc0/mmc0:0001/block", true};
 const Disk kOptical{"sr", "11:0", "devices/pci0000:00/ata2/host1/block", true};
 
-class HandedInSystem {
-public:
-    HandedInSystem() : root_(test::Native(folder_.Path())) {
+struct HandedInSystem {
+    HandedInSystem() {
         for (const Disk& disk : {kInternal, kStick, kUsbDisk, kCard, kOptical}) {
             Add(disk);
         }
@@ -72,9 +74,6 @@ public:
         fs::create_symlink(target, root_ / name);
     }
 
-    fs::path Root() const { return root_; }
-
-private:
     void Add(const Disk& disk) const {
         const fs::path folder = fs::path("sysfs") / disk.path / disk.name;
         const fs::path partition = folder / (disk.name + "1");
@@ -87,8 +86,8 @@ private:
         Link("sysfs/class/block/" + disk.name + "1", root_ / partition);
     }
 
-    TempFolder folder_;
-    const fs::path root_;
+    const TempFolder folder_;
+    const fs::path root_ = test::Native(folder_.Path());
 };
 
 // "C3 D2 ": each drive with its type.
@@ -107,36 +106,29 @@ TEST(DriveTable, GivesLettersToRemovableMediaAndToWhatTheEnvironmentNames) {
     const std::string a = system.Point("a"), b = system.Point("b"), blank = system.Point("my stick");
     std::string escaped = blank;
     escaped.replace(escaped.rfind(' '), 1, "\\040");
-    system.Link("sysfs/devices/virtual/block/dm-0/slaves/sdb1", system.Root() / "sysfs" / kStick.path / "sdb/sdb1");
+    system.Link("sysfs/devices/virtual/block/dm-0/slaves/sdb1", system.root_ / "sysfs" / kStick.path / "sdb/sdb1");
     system.Write("sysfs/devices/virtual/block/dm-0/dev", "254:0\n");
-    system.Link("sysfs/dev/block/254:0", system.Root() / "sysfs/devices/virtual/block/dm-0");
+    system.Link("sysfs/dev/block/254:0", system.root_ / "sysfs/devices/virtual/block/dm-0");
 
+    const auto at = [](const std::string& point, const char* number, const char* device, const char* file_system = "vfat") {
+        return std::string("40 1 ") + number + " / " + point + " rw shared:7 - " + file_system + " /dev/" + device + " rw\n";
+    };
     const struct {
         const char* what;
-        std::string mounts;
-        std::string overrides;
-        std::string drives;
+        std::string mounts, overrides, drives;
     } rows[] = {
-        {"no media", "40 1 8:2 / " + a + " rw - ext4 /dev/sda2 rw\n", "", "C3 "},
-        {"in the order of mounting",
-         "40 1 8:33 / " + a + " rw - ext4 /dev/sdc1 rw\n41 1 8:17 / " + b + " rw shared:7 master:2 - vfat /dev/sdb1 rw\n", "",
-         "C3 D2 E2 "},
-        {"a card, an optical disc",
-         "40 1 179:1 / " + a + " rw - vfat /dev/mmcblk0p1 rw\n41 1 11:0 / " + b + " ro - iso9660 /dev/sr0 ro\n", "", "C3 D2 E5 "},
-        {"a blank in the name", "40 1 8:17 / " + escaped + " rw - vfat /dev/sdb1 rw\n", "", "C3 D2 "},
-        {"one medium twice", "40 1 8:17 / " + a + " rw - vfat /dev/sdb1 rw\n41 1 8:17 /sub " + b + " rw - vfat /dev/sdb1 rw\n",
-         "", "C3 D2 "},
-        {"covered by another", "40 1 8:17 / " + a + " rw - vfat /dev/sdb1 rw\n41 40 0:50 / " + a + " rw - tmpfs tmpfs rw\n", "",
-         "C3 "},
-        {"encrypted", "40 1 254:0 / " + a + " rw - ext4 /dev/mapper/luks rw\n", "", "C3 D2 "},
-        {"without a number of its own", "40 1 0:44 /@ " + a + " rw - btrfs /dev/sdb1 rw\n", "", "C3 D2 "},
-        {"damaged lines", "40 1 8:17\n\n40 1 8:17 / " + a + " rw vfat\n - - -\n41 1 8:17 / relative rw - vfat /dev/sdb1 rw\n", "",
-         "C3 "},
-        {"named letters are not used for media", "40 1 8:17 / " + a + " rw - vfat /dev/sdb1 rw\n", "D=" + b, "C3 D3 E2 "},
-        {"a medium named by its letter", "40 1 8:17 / " + a + " rw - vfat /dev/sdb1 rw\n", "u=" + a + "/", "C3 U2 "},
-        {"a folder of a medium", "40 1 8:17 / " + a + " rw - vfat /dev/sdb1 rw\n", "U=" + system.Point("a/sub"), "C3 D2 U3 "},
-        {"on the net, in memory, missing",
-         "40 1 0:60 / " + a + " rw - nfs4 server:/x rw\n41 1 0:61 / " + b + " rw - tmpfs none rw\n",
+        {"in the order of mounting", at(a, "8:33", "sdc1") + at(b, "8:17", "sdb1"), "", "C3 D2 E2 "},
+        {"a card, an optical disc", at(a, "179:1", "mmcblk0p1") + at(b, "11:0", "sr0", "iso9660"), "", "C3 D2 E5 "},
+        {"a blank in the name", at(escaped, "8:17", "sdb1"), "", "C3 D2 "},
+        {"one medium twice", at(a, "8:17", "sdb1") + at(b, "8:17", "sdb1"), "", "C3 D2 "},
+        {"covered by another", at(a, "8:17", "sdb1") + "41 40 0:50 / " + a + " rw - tmpfs tmpfs rw\n", "", "C3 "},
+        {"encrypted", at(a, "254:0", "mapper/luks", "ext4"), "", "C3 D2 "},
+        {"without a number of its own", at(a, "0:44", "sdb1", "btrfs"), "", "C3 D2 "},
+        {"damaged lines", "40 1 8:17\n\n40 1 8:17 / " + a + " rw vfat\n - - -\n" + at("relative", "8:17", "sdb1"), "", "C3 "},
+        {"named letters are not used for media", at(a, "8:17", "sdb1"), "D=" + b, "C3 D3 E2 "},
+        {"a medium named by its letter", at(a, "8:17", "sdb1"), "u=" + a + "/", "C3 U2 "},
+        {"a folder of a medium", at(a, "8:17", "sdb1"), "U=" + system.Point("a/sub"), "C3 D2 U3 "},
+        {"on the net, in memory, missing", at(a, "0:60", "x", "nfs4") + at(b, "0:61", "x", "tmpfs"),
          "N=" + a + ";R=" + b + ";M=" + a + "/none", "C3 M1 N4 R6 "},
         {"nonsense is passed over", "", ";=;E;E=;E=relative;1=/x;C=" + a + ";;F=" + b, "C3 F3 "},
     };
@@ -151,7 +143,7 @@ TEST(DriveTable, GivesLettersToRemovableMediaAndToWhatTheEnvironmentNames) {
 TEST(DriveTable, LeadsPathsToTheMediumAndBack) {
     const HandedInSystem system;
     system.MountStick();
-    test::WriteBytes(test::Widen("C:" + (system.Root() / "stick/on it").native()), "12345");
+    test::WriteBytes(test::Widen("C:" + (system.root_ / "stick/on it").native()), "12345");
     WIN32_FIND_DATAW data;
     const HANDLE search = FindFirstFileW(_T("d:\\*"), &data);
     ASSERT_NE(search, INVALID_HANDLE_VALUE);
@@ -191,37 +183,24 @@ TEST(DriveTable, TellsLabelSerialAndFileSystem) {
     EXPECT_EQ(information(), "From udev\\x2 89ABCDEF NTFS");
 
     TCHAR small[4];
-    EXPECT_FALSE(GetVolumeInformationW(_T("D:\\"), small, 4, nullptr, nullptr, nullptr, nullptr, 0));
-    EXPECT_EQ(GetLastError(), ERROR_MORE_DATA);
+    EXPECT_EQ(ErrorOf(GetVolumeInformationW(_T("D:\\"), small, 4, nullptr, nullptr, nullptr, nullptr, 0)), ERROR_MORE_DATA);
 }
 
-class Volume {
-public:
-    explicit Volume(const TCHAR* name)
-        : handle_(CreateFileW(name, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0, nullptr)) {
-        EXPECT_NE(handle_, INVALID_HANDLE_VALUE);
-    }
-    ~Volume() { CloseHandle(handle_); }
-
-    // The bytes written, or nothing with the last error set.
-    std::string Ask(DWORD size, DWORD code = IOCTL_STORAGE_QUERY_PROPERTY) const {
-        STORAGE_PROPERTY_QUERY query{StorageDeviceProperty, PropertyStandardQuery, {}};
-        std::string bytes(size, '\0');
-        DWORD returned = 99;
-        const BOOL told = DeviceIoControl(handle_, code, &query, sizeof query, bytes.data(), size, &returned, nullptr);
-        EXPECT_EQ(told == FALSE, returned == 0);
-        return bytes.substr(0, returned);
-    }
-
-private:
-    HANDLE handle_;
-};
+// The bytes written of what is told of the device, or nothing with the last error set.
+std::string Ask(HANDLE volume, DWORD size, DWORD code = IOCTL_STORAGE_QUERY_PROPERTY) {
+    STORAGE_PROPERTY_QUERY query{StorageDeviceProperty, PropertyStandardQuery, {}};
+    std::string bytes(size, '\0');
+    DWORD returned = 99;
+    const BOOL told = DeviceIoControl(volume, code, &query, sizeof query, bytes.data(), size, &returned, nullptr);
+    EXPECT_EQ(told == FALSE, returned == 0);
+    return bytes.substr(0, returned);
+}
 
 TEST(DriveTable, DescribesTheDeviceOfADrive) {
     const HandedInSystem system;
     system.MountStick();
-    const Volume volume(_T("\\\\?\\D:"));
-    const std::string bytes = volume.Ask(551);
+    const test::Handle volume(CreateFileW(_T("\\\\?\\D:"), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr));
+    const std::string bytes = Ask(volume, 551);
     STORAGE_DEVICE_DESCRIPTOR descriptor;
     ASSERT_GT(bytes.size(), sizeof descriptor);
     memcpy(&descriptor, bytes.data(), sizeof descriptor);
@@ -232,18 +211,11 @@ TEST(DriveTable, DescribesTheDeviceOfADrive) {
     EXPECT_STREQ(bytes.c_str() + descriptor.ProductIdOffset, "Stick 16");
     EXPECT_EQ(descriptor.SerialNumberOffset, 0u);
 
-    EXPECT_EQ(volume.Ask(sizeof(STORAGE_DESCRIPTOR_HEADER)), bytes.substr(0, sizeof(STORAGE_DESCRIPTOR_HEADER)));
-    EXPECT_EQ(volume.Ask(7), "");
-    EXPECT_EQ(GetLastError(), ERROR_INSUFFICIENT_BUFFER);
-    EXPECT_EQ(volume.Ask(551, IOCTL_STORAGE_QUERY_PROPERTY + 4), "");
-    EXPECT_EQ(GetLastError(), ERROR_INVALID_FUNCTION);
-
-    const Volume fixed(_T("\\\\.\\C:"));
-    memcpy(&descriptor, fixed.Ask(551).data(), sizeof descriptor);
-    EXPECT_EQ(descriptor.BusType, BusTypeSata);
+    EXPECT_EQ(Ask(volume, sizeof(STORAGE_DESCRIPTOR_HEADER)), bytes.substr(0, sizeof(STORAGE_DESCRIPTOR_HEADER)));
+    EXPECT_EQ(ErrorOf(!Ask(volume, 7).empty()), ERROR_INSUFFICIENT_BUFFER);
+    EXPECT_EQ(ErrorOf(!Ask(volume, 551, IOCTL_STORAGE_QUERY_PROPERTY + 4).empty()), ERROR_INVALID_FUNCTION);
     system.Mount("");
-    EXPECT_EQ(volume.Ask(551), "");
-    EXPECT_EQ(GetLastError(), ERROR_NOT_READY);
+    EXPECT_EQ(ErrorOf(!Ask(volume, 551).empty()), ERROR_NOT_READY);
 }
 
 }  // namespace

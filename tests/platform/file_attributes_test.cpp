@@ -3,130 +3,91 @@
 #include <windows.h>
 #include <winternl.h>
 
-#include <cstring>
 #include <map>
 #include <string>
 #include <vector>
 
+#include "support/file_calls.h"
 #include "support/handles.h"
 #include "support/temp_folder.h"
 
 namespace {
 
+using test::Dispose;
 using test::Narrow;
+using test::Open;
+using test::Outcome;
 using test::TempFolder;
 using test::Text;
-
-constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-
-HANDLE Open(const Text& path, DWORD access) {
-    return CreateFileW(path.c_str(), access, kShareAll, nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
-}
-
-DWORD ErrorOf(BOOL done) {
-    return done ? ERROR_SUCCESS : GetLastError();
-}
 
 LONGLONG ValueOf(const FILETIME& time) {
     return static_cast<LONGLONG>((static_cast<ULONGLONG>(time.dwHighDateTime) << 32) | time.dwLowDateTime);
 }
 
-DWORD Dispose(HANDLE file, bool remove = true) {
-    FILE_DISPOSITION_INFO info{};
-    info.DeleteFile = remove;
-    return ErrorOf(SetFileInformationByHandle(file, FileDispositionInfo, &info, sizeof info));
-}
-
 TEST(Attributes, TellTheKindAndComeBackAsSet) {
     const TempFolder folder;
-    const Text path = folder.Write(_T("file"), "12345");
+    const Text path = folder.Write(_T("file"), "");
     constexpr DWORD kNotOurs = FILE_ATTRIBUTE_NORMAL | FILE_ATTRIBUTE_ARCHIVE | FILE_ATTRIBUTE_NOT_CONTENT_INDEXED;
-    const struct {
-        DWORD set;
-        DWORD shown;
-    } rows[] = {
-        {FILE_ATTRIBUTE_READONLY, FILE_ATTRIBUTE_READONLY},
-        {FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_ARCHIVE, FILE_ATTRIBUTE_READONLY},
-        {FILE_ATTRIBUTE_NORMAL, 0},
-        {FILE_ATTRIBUTE_READONLY, FILE_ATTRIBUTE_READONLY},
-        {FILE_ATTRIBUTE_ARCHIVE, 0},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.set);
-        EXPECT_TRUE(SetFileAttributesW(path.c_str(), row.set));
-        EXPECT_EQ(GetFileAttributesW(path.c_str()) & ~kNotOurs, row.shown);
+    for (const DWORD set : {FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_ARCHIVE, FILE_ATTRIBUTE_NORMAL, FILE_ATTRIBUTE_READONLY,
+                            FILE_ATTRIBUTE_ARCHIVE}) {
+        EXPECT_TRUE(SetFileAttributesW(path.c_str(), set));
+        EXPECT_EQ(GetFileAttributesW(path.c_str()) & ~kNotOurs, set & FILE_ATTRIBUTE_READONLY);
     }
     EXPECT_NE(GetFileAttributesW(path.c_str()), 0U) << "a file without attributes is NORMAL";
     EXPECT_EQ(GetFileAttributesW(folder.Path().c_str()) & ~kNotOurs, FILE_ATTRIBUTE_DIRECTORY);
     for (const auto& [name, error] : std::map<Text, DWORD>{{folder.Path(_T("missing")), ERROR_FILE_NOT_FOUND},
                                                            {folder.Path(_T("missing\\x")), ERROR_PATH_NOT_FOUND}}) {
         WIN32_FILE_ATTRIBUTE_DATA data;
-        EXPECT_EQ(GetFileAttributesW(name.c_str()), INVALID_FILE_ATTRIBUTES);
-        EXPECT_EQ(GetLastError(), error);
-        EXPECT_EQ(ErrorOf(GetFileAttributesExW(name.c_str(), GetFileExInfoStandard, &data)), error);
-        EXPECT_EQ(ErrorOf(SetFileAttributesW(name.c_str(), FILE_ATTRIBUTE_NORMAL)), error);
+        EXPECT_EQ(Outcome(BOOL{GetFileAttributesW(name.c_str()) != INVALID_FILE_ATTRIBUTES}), error);
+        EXPECT_EQ(Outcome(GetFileAttributesExW(name.c_str(), GetFileExInfoStandard, &data)), error);
+        EXPECT_EQ(Outcome(SetFileAttributesW(name.c_str(), FILE_ATTRIBUTE_NORMAL)), error);
     }
 }
 
-TEST(Attributes, TimesGoIntoAFileAndComeOutByEveryWay) {
+TEST(FileByHandle, TimesAndSizesGoInAndComeOutByEveryWay) {
     const TempFolder folder;
     const Text path = folder.Write(_T("file"), "12345");
     const FILETIME written{0x89ABCDE0, 0x01BF0000};   // in 2000
     const FILETIME accessed{0x00000010, 0x01DA0000};  // in 2023
     const test::Handle file(Open(path, GENERIC_READ | GENERIC_WRITE));
+    FILE_END_OF_FILE_INFO end{};
+    end.EndOfFile.QuadPart = 3;
+    EXPECT_TRUE(SetFileInformationByHandle(file, FileEndOfFileInfo, &end, sizeof end));
     ASSERT_TRUE(SetFileTime(file, nullptr, &accessed, &written));
 
     WIN32_FILE_ATTRIBUTE_DATA by_name;
     ASSERT_TRUE(GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &by_name));
     EXPECT_EQ(ValueOf(by_name.ftLastWriteTime), ValueOf(written));
     EXPECT_EQ(ValueOf(by_name.ftLastAccessTime), ValueOf(accessed));
-    EXPECT_EQ(by_name.nFileSizeLow, 5U);
-
+    EXPECT_EQ(by_name.nFileSizeLow, 3U);
     BY_HANDLE_FILE_INFORMATION by_handle;
     ASSERT_TRUE(GetFileInformationByHandle(file, &by_handle));
     EXPECT_EQ(ValueOf(by_handle.ftLastWriteTime), ValueOf(written));
-    EXPECT_EQ(by_handle.nFileSizeLow, 5U);
+    EXPECT_EQ(by_handle.nFileSizeLow, 3U);
     EXPECT_EQ(by_handle.nNumberOfLinks, 1U);
-
     FILE_BASIC_INFO basic{};
     ASSERT_TRUE(GetFileInformationByHandleEx(file, FileBasicInfo, &basic, sizeof basic));
     EXPECT_EQ(basic.LastWriteTime.QuadPart, ValueOf(written));
     EXPECT_EQ(basic.CreationTime.QuadPart, ValueOf(by_handle.ftCreationTime));
-
-    FILE_BASIC_INFO change{};
-    change.LastWriteTime.QuadPart = ValueOf(accessed);
-    change.FileAttributes = FILE_ATTRIBUTE_READONLY;
-    EXPECT_TRUE(SetFileInformationByHandle(file, FileBasicInfo, &change, sizeof change));
-    FILETIME now_accessed, now_written;
-    EXPECT_TRUE(GetFileTime(file, nullptr, &now_accessed, &now_written));
-    EXPECT_EQ(ValueOf(now_written), ValueOf(accessed));
-    EXPECT_EQ(ValueOf(now_accessed), ValueOf(accessed)) << "0 keeps a time";
-    EXPECT_NE(GetFileAttributesW(path.c_str()) & FILE_ATTRIBUTE_READONLY, 0U);
-    change = {};
-    change.FileAttributes = FILE_ATTRIBUTE_NORMAL;
-    EXPECT_TRUE(SetFileInformationByHandle(file, FileBasicInfo, &change, sizeof change));
-    EXPECT_EQ(GetFileAttributesW(path.c_str()) & FILE_ATTRIBUTE_READONLY, 0U);
-}
-
-TEST(FileByHandle, TellsSizeAndKind) {
-    const TempFolder folder;
-    const test::Handle file(Open(folder.Write(_T("file"), "12345"), GENERIC_WRITE));
-    FILE_END_OF_FILE_INFO end{};
-    end.EndOfFile.QuadPart = 3;
-    EXPECT_TRUE(SetFileInformationByHandle(file, FileEndOfFileInfo, &end, sizeof end));
-    EXPECT_EQ(folder.Read(_T("file")), "123");
     FILE_STANDARD_INFO standard;
-    EXPECT_TRUE(GetFileInformationByHandleEx(file, FileStandardInfo, &standard, sizeof standard));
+    EXPECT_EQ(Outcome(GetFileInformationByHandleEx(file, FileStandardInfo, &standard, 4)), ERROR_BAD_LENGTH);
+    ASSERT_TRUE(GetFileInformationByHandleEx(file, FileStandardInfo, &standard, sizeof standard));
     EXPECT_EQ(standard.EndOfFile.QuadPart, 3);
     EXPECT_FALSE(standard.Directory || standard.DeletePending);
-    EXPECT_EQ(ErrorOf(GetFileInformationByHandleEx(file, FileStandardInfo, &standard, 4)), ERROR_BAD_LENGTH);
-
-    const test::Handle itself(Open(folder.Path(), FILE_READ_ATTRIBUTES));
-    EXPECT_TRUE(GetFileInformationByHandleEx(itself, FileStandardInfo, &standard, sizeof standard));
+    ASSERT_TRUE(GetFileInformationByHandleEx(test::Handle(Open(folder.Path(), 0)), FileStandardInfo, &standard, sizeof standard));
     EXPECT_TRUE(standard.Directory);
-    FILE_ATTRIBUTE_TAG_INFO tag;
-    EXPECT_TRUE(GetFileInformationByHandleEx(itself, FileAttributeTagInfo, &tag, sizeof tag));
-    EXPECT_EQ(tag.FileAttributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_REPARSE_POINT), FILE_ATTRIBUTE_DIRECTORY);
+
+    FILE_BASIC_INFO change{};
+    change.LastWriteTime.QuadPart = ValueOf(accessed) + 10;
+    for (const DWORD attributes : {FILE_ATTRIBUTE_READONLY, FILE_ATTRIBUTE_NORMAL}) {
+        change.FileAttributes = attributes;
+        EXPECT_TRUE(SetFileInformationByHandle(file, FileBasicInfo, &change, sizeof change));
+        EXPECT_EQ(GetFileAttributesW(path.c_str()) & FILE_ATTRIBUTE_READONLY, attributes & FILE_ATTRIBUTE_READONLY);
+    }
+    FILETIME now_accessed, now_written;
+    EXPECT_TRUE(GetFileTime(file, nullptr, &now_accessed, &now_written));
+    EXPECT_EQ(ValueOf(now_written), ValueOf(accessed) + 10);
+    EXPECT_EQ(ValueOf(now_accessed), ValueOf(accessed)) << "0 keeps a time";
 }
 
 // The names and sizes that a listing in steps of `size` bytes gives; `calls` counts the steps that gave something.
@@ -141,8 +102,8 @@ std::map<Text, LONGLONG> List(HANDLE folder, DWORD size, int& calls) {
         const auto* at = reinterpret_cast<const BYTE*>(buffer.data());
         for (ULONG next = 1; next != 0; at += next) {
             const auto* const entry = reinterpret_cast<const FILE_FULL_DIR_INFO*>(at);
-            EXPECT_TRUE(
-                entries.emplace(Text(entry->FileName, entry->FileNameLength / sizeof(TCHAR)), entry->EndOfFile.QuadPart).second);
+            const Text name(entry->FileName, entry->FileNameLength / sizeof(TCHAR));
+            EXPECT_TRUE(entries.emplace(name, entry->EndOfFile.QuadPart).second);
             next = entry->NextEntryOffset;
         }
     }
@@ -159,7 +120,7 @@ TEST(FileByHandle, ListsAFolderInStepsOfAnySize) {
         expected[name] = static_cast<LONGLONG>(i);
     }
     const test::Handle listed(Open(folder.Path(), FILE_LIST_DIRECTORY | SYNCHRONIZE));
-    for (const DWORD size : {65536U, 4096U, 256U}) {
+    for (const DWORD size : {65536U, 256U}) {
         SCOPED_TRACE(size);
         int calls = 0;
         auto found = List(listed, size, calls);
@@ -172,12 +133,11 @@ TEST(FileByHandle, ListsAFolderInStepsOfAnySize) {
     for (int i = 0; done && i < 100; ++i) {
         done = GetFileInformationByHandleEx(listed, FileFullDirectoryInfo, small, sizeof small);
     }
-    EXPECT_EQ(ErrorOf(done), ERROR_MORE_DATA);
+    EXPECT_EQ(Outcome(done), ERROR_MORE_DATA);
     int calls = 0;
     EXPECT_EQ(List(listed, 65536, calls).size(), expected.size()) << "begins anew from the middle";
-
     const test::Handle file(Open(folder.Write(_T("file"), ""), GENERIC_READ));
-    EXPECT_EQ(ErrorOf(GetFileInformationByHandleEx(file, FileFullDirectoryInfo, small, sizeof small)), ERROR_INVALID_PARAMETER);
+    EXPECT_EQ(Outcome(GetFileInformationByHandleEx(file, FileFullDirectoryInfo, small, sizeof small)), ERROR_INVALID_PARAMETER);
 }
 
 TEST(FileByHandle, DisposesWhenTheHandleIsClosed) {
@@ -229,20 +189,6 @@ TEST(FileByHandle, KnowsItsFinalPath) {
     EXPECT_EQ(small[0], _T('u'));
 }
 
-// The error that opening `name` in `folder` gives; on success the handle is `opened`.
-DWORD OpenIn(HANDLE folder, const Text& name, ULONG options, test::Handle& opened) {
-    UNICODE_STRING text{static_cast<USHORT>(name.size() * sizeof(TCHAR)), static_cast<USHORT>(name.size() * sizeof(TCHAR)),
-                        const_cast<TCHAR*>(name.data())};
-    OBJECT_ATTRIBUTES attributes;
-    InitializeObjectAttributes(&attributes, &text, OBJ_CASE_INSENSITIVE, folder, nullptr);
-    IO_STATUS_BLOCK status{};
-    HANDLE handle = nullptr;
-    const NTSTATUS result = NtOpenFile(&handle, DELETE | FILE_READ_ATTRIBUTES | SYNCHRONIZE, &attributes, &status, kShareAll,
-                                       options | FILE_SYNCHRONOUS_IO_NONALERT | FILE_OPEN_FOR_BACKUP_INTENT);
-    opened = test::Handle(handle);
-    return RtlNtStatusToDosError(result);
-}
-
 TEST(RelativeOpen, LooksOnlyIntoTheFolderItself) {
     const TempFolder folder;
     folder.MakeFolder(_T("base"));
@@ -250,20 +196,17 @@ TEST(RelativeOpen, LooksOnlyIntoTheFolderItself) {
     folder.Write(_T("base\\file"), "");
     folder.Write(_T("outside"), "");
     const test::Handle base(Open(folder.Path(_T("base")), FILE_LIST_DIRECTORY | FILE_TRAVERSE | SYNCHRONIZE));
-    const test::Handle file(Open(folder.Path(_T("outside")), GENERIC_READ));
     const struct {
         HANDLE root;
         const TCHAR* name;
         ULONG options;
         DWORD error;
     } rows[] = {
-        {base, _T("file"), 0, ERROR_SUCCESS},
         {base, _T("file"), FILE_NON_DIRECTORY_FILE | FILE_OPEN_REPARSE_POINT, ERROR_SUCCESS},
         {base, _T("file"), FILE_DIRECTORY_FILE, ERROR_DIRECTORY},
         {base, _T("folder"), FILE_DIRECTORY_FILE | FILE_OPEN_REPARSE_POINT, ERROR_SUCCESS},
         {base, _T("folder"), FILE_NON_DIRECTORY_FILE, ERROR_ACCESS_DENIED},
         {base, _T("missing"), 0, ERROR_FILE_NOT_FOUND},
-        {base, _T(".."), 0, ERROR_INVALID_NAME},
         {base, _T("../outside"), 0, ERROR_INVALID_NAME},
         {nullptr, _T("file"), 0, ERROR_BAD_PATHNAME},
     };
@@ -272,8 +215,6 @@ TEST(RelativeOpen, LooksOnlyIntoTheFolderItself) {
         test::Handle opened;
         EXPECT_EQ(OpenIn(row.root, row.name, row.options, opened), row.error);
     }
-    test::Handle opened;
-    EXPECT_NE(OpenIn(file, _T("x"), 0, opened), ERROR_SUCCESS) << "a file has no entries";
 }
 
 TEST(RelativeOpen, ReachesTheFolderThatWasOpenedAfterItHasMoved) {

@@ -120,18 +120,4 @@ TEST(Find, ListsTheDotsFirstButNotInADriveRoot) {
     ForEach(_T("C:\\*"), [](const WIN32_FIND_DATAW& data) { EXPECT_NE(Text(data.cFileName), _T(".")); });
 }
 
-TEST(Find, ListsTwentyThousandEntriesWhileTheyAreDeleted) {
-    constexpr int kEntries = 20000;
-    const TempFolder folder;
-    for (int i = 0; i < kEntries; ++i) {
-        folder.Write(test::Widen("entry number " + std::to_string(i)), "");
-    }
-    int deleted = 0;
-    const DWORD end = ForEach(folder.Path(_T("*")), [&](const WIN32_FIND_DATAW& data) {
-        deleted += DeleteFileW(folder.Path(data.cFileName).c_str()) ? 1 : 0;
-    });
-    EXPECT_EQ(end, ERROR_NO_MORE_FILES);
-    EXPECT_EQ(deleted, kEntries);
-}
-
 }  // namespace

@@ -39,18 +39,6 @@ TEST(FileMapping, IsZeroWhenNewAndSharedByItsName) {
     }
 }
 
-TEST(FileMapping, KeepsTheMemoryOfAViewButNotTheName) {
-    const auto name = UniqueName(_T("View"));
-    Handle mapping = NewMapping(name.c_str());
-    auto* const view = static_cast<char*>(MapViewOfFile(mapping, FILE_MAP_WRITE, 0, 0, 0));
-    ASSERT_NE(view, nullptr);
-    mapping.Close();
-    view[kSize - 1] = 'x';
-    EXPECT_EQ(ErrorOf(OpenFileMappingW(FILE_MAP_READ, FALSE, name.c_str())), ERROR_FILE_NOT_FOUND);
-    EXPECT_EQ(view[kSize - 1], 'x');
-    EXPECT_TRUE(UnmapViewOfFile(view));
-}
-
 TEST(FileMapping, RefusesWhatItCannotGive) {
     for (const auto& [protect, size] : {std::pair<DWORD, DWORD>{PAGE_READWRITE, 0}, {0, 100}}) {
         EXPECT_EQ(ErrorOf(CreateFileMappingW(INVALID_HANDLE_VALUE, nullptr, protect, 0, size, nullptr)), ERROR_INVALID_PARAMETER);

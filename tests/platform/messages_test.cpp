@@ -4,7 +4,9 @@
 
 #include <cstdarg>
 #include <string>
+#include <utility>
 
+#include "support/last_error.h"
 #include "support/temp_folder.h"
 
 namespace {
@@ -16,14 +18,12 @@ constexpr DWORD kArray = FORMAT_MESSAGE_FROM_STRING | FORMAT_MESSAGE_ARGUMENT_AR
 
 Text System(DWORD flags, DWORD id) {
     TCHAR text[300];
-    const DWORD count = FormatMessageW(kSystem | flags, nullptr, id, 0, text, 300, nullptr);
-    return Text(text, count);
+    return Text(text, FormatMessageW(kSystem | flags, nullptr, id, 0, text, 300, nullptr));
 }
 
 Text Format(DWORD flags, const TCHAR* source, DWORD_PTR* arguments = nullptr) {
     TCHAR text[300];
-    const DWORD count = FormatMessageW(kArray | flags, source, 0, 0, text, 300, reinterpret_cast<va_list*>(arguments));
-    return Text(text, count);
+    return Text(text, FormatMessageW(kArray | flags, source, 0, 0, text, 300, reinterpret_cast<va_list*>(arguments)));
 }
 
 Text FormatList(const TCHAR* source, ...) {
@@ -35,16 +35,12 @@ Text FormatList(const TCHAR* source, ...) {
     return Text(text, count);
 }
 
-TEST(SystemMessages, EndTheirLine) {
+TEST(SystemMessages, EndTheirLineAndComeInABlockOfTheirOwn) {
     const Text denied = System(0, ERROR_ACCESS_DENIED);
     ASSERT_GT(denied.size(), 4u);
     EXPECT_EQ(denied.substr(denied.size() - 2), _T("\r\n"));
     EXPECT_EQ(System(0, static_cast<DWORD>(HRESULT_FROM_WIN32(ERROR_ACCESS_DENIED))), denied);
     EXPECT_EQ(System(FORMAT_MESSAGE_MAX_WIDTH_MASK, ERROR_ACCESS_DENIED), denied.substr(0, denied.size() - 2) + _T(" "));
-    EXPECT_NE(System(0, ERROR_FILE_NOT_FOUND), denied);
-}
-
-TEST(SystemMessages, ComeInABlockOfTheirOwn) {
     TCHAR* text = nullptr;
     const DWORD count = FormatMessageW(kSystem | FORMAT_MESSAGE_ALLOCATE_BUFFER, nullptr, ERROR_FILE_NOT_FOUND, 0,
                                        reinterpret_cast<LPTSTR>(&text), 0, nullptr);
@@ -52,44 +48,29 @@ TEST(SystemMessages, ComeInABlockOfTheirOwn) {
     EXPECT_EQ(Text(text), System(0, ERROR_FILE_NOT_FOUND));
     EXPECT_EQ(count, static_cast<DWORD>(lstrlenW(text)));
     EXPECT_EQ(LocalFree(text), nullptr);
+    auto* const block = static_cast<char*>(LocalAlloc(LPTR, 64));
+    EXPECT_EQ(std::string(block, 64), std::string(64, '\0'));
+    EXPECT_EQ(LocalFree(block), nullptr);
 }
 
 TEST(Messages, TellWhatIsWrong) {
     TCHAR text[300];
     DWORD_PTR none[1] = {};
-    const struct {
-        DWORD flags;
-        const TCHAR* source;
-        DWORD id;
-        DWORD capacity;
-        DWORD error;
-    } rows[] = {
-        {kSystem, nullptr, 0xE1234567, 300, ERROR_MR_MID_NOT_FOUND},
-        {kSystem, nullptr, ERROR_ACCESS_DENIED, 5, ERROR_INSUFFICIENT_BUFFER},
-        {kArray, _T("abc"), 0, 3, ERROR_INSUFFICIENT_BUFFER},
-        {FORMAT_MESSAGE_IGNORE_INSERTS, _T("abc"), 0, 300, ERROR_INVALID_PARAMETER},
-        {FORMAT_MESSAGE_FROM_STRING, _T("%1"), 0, 300, ERROR_INVALID_PARAMETER},
+    const auto error = [&](DWORD flags, const TCHAR* source, DWORD id, DWORD capacity) {
+        va_list* const arguments = (flags & FORMAT_MESSAGE_ARGUMENT_ARRAY) != 0 ? reinterpret_cast<va_list*>(none) : nullptr;
+        return test::ErrorOf(FormatMessageW(flags, source, id, 0, text, capacity, arguments));
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(&row - rows);
-        SetLastError(ERROR_SUCCESS);
-        va_list* const arguments = (row.flags & FORMAT_MESSAGE_ARGUMENT_ARRAY) != 0 ? reinterpret_cast<va_list*>(none) : nullptr;
-        EXPECT_EQ(FormatMessageW(row.flags, row.source, row.id, 0, text, row.capacity, arguments), 0u);
-        EXPECT_EQ(GetLastError(), row.error);
-    }
+    EXPECT_EQ(error(kSystem, nullptr, 0xE1234567, 300), ERROR_MR_MID_NOT_FOUND);
+    EXPECT_EQ(error(kSystem, nullptr, ERROR_ACCESS_DENIED, 5), ERROR_INSUFFICIENT_BUFFER);
+    EXPECT_EQ(error(FORMAT_MESSAGE_IGNORE_INSERTS, _T("abc"), 0, 300), ERROR_INVALID_PARAMETER);
+    EXPECT_EQ(error(FORMAT_MESSAGE_FROM_STRING, _T("%1"), 0, 300), ERROR_INVALID_PARAMETER);
 }
 
 TEST(Messages, PutTheirInsertsIn) {
-    DWORD_PTR arguments[] = {reinterpret_cast<DWORD_PTR>(_T("first")),
-                             reinterpret_cast<DWORD_PTR>(_T("second")),
-                             static_cast<DWORD_PTR>(-7),
-                             0xBEEF,
-                             0x123456789ABCull,
-                             reinterpret_cast<DWORD_PTR>("narrow")};
-    const struct {
-        const TCHAR* source;
-        const TCHAR* text;
-    } rows[] = {
+    const auto word = [](const void* text) { return reinterpret_cast<DWORD_PTR>(text); };
+    DWORD_PTR arguments[] = {word(_T("first")), word(_T("second")), static_cast<DWORD_PTR>(-7), 0xBEEF,
+                             0x123456789ABCull, word("narrow")};
+    const std::pair<const TCHAR*, const TCHAR*> rows[] = {
         {_T("%2 before %1"), _T("second before first")},
         {_T("%1!s!|%1!8s!|%1!-8s!|%1!.3s!"), _T("first|   first|first   |fir")},
         {_T("%3!d! %3!5d! %4!04X! %4!u! %4!x!"), _T("-7    -7 BEEF 48879 beef")},
@@ -99,21 +80,11 @@ TEST(Messages, PutTheirInsertsIn) {
         {_T("a%nb%tc%bd"), _T("a\r\nb\tc d")},
         {_T("kept%0dropped"), _T("kept")},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(test::Narrow(row.source));
-        EXPECT_EQ(Format(0, row.source, arguments), row.text);
-    }
+    for (const auto& [source, expected] : rows)
+        EXPECT_EQ(Format(0, source, arguments), expected) << test::Narrow(source);
     EXPECT_EQ(FormatList(_T("%2 %1!s! %3!d!"), _T("one"), _T("two"), DWORD_PTR{3}), _T("two one 3"));
     EXPECT_EQ(Format(FORMAT_MESSAGE_IGNORE_INSERTS, _T("keep %1 and %2!d!")), _T("keep %1 and %2!d!"));
     EXPECT_EQ(Format(FORMAT_MESSAGE_MAX_WIDTH_MASK, _T("a\r\nb\nc%nd")), _T("a b c\r\nd"));
-}
-
-TEST(LocalMemory, IsZeroOnRequest) {
-    auto* const block = static_cast<char*>(LocalAlloc(LPTR, 64));
-    ASSERT_NE(block, nullptr);
-    EXPECT_EQ(std::string(block, 64), std::string(64, '\0'));
-    EXPECT_EQ(LocalFree(block), nullptr);
-    EXPECT_EQ(LocalFree(nullptr), nullptr);
 }
 
 }  // namespace

@@ -2,32 +2,29 @@
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
-#include <unistd.h>
 #include <windows.h>
 
+#include <algorithm>
 #include <atomic>
 #include <filesystem>
-#include <fstream>
 #include <string>
 #include <thread>
 #include <vector>
 
+#include "support/last_error.h"
+#include "support/native_path_linux.h"
 #include "support/temp_folder.h"
 
 namespace {
 
+using test::ErrorOf;
 using test::Narrow;
+using test::Native;
 using test::TempFolder;
 using test::Text;
 
 // zlib, which the library itself needs, by the name that the linker knows.
 constexpr TCHAR kZlib[] = _T("libz.so.1");
-
-std::string Native(const Text& path) {
-    std::string native = Narrow(path).substr(2);
-    std::replace(native.begin(), native.end(), '\\', '/');
-    return native;
-}
 
 std::string NativeZlib() {
     const HMODULE module = LoadLibraryW(kZlib);
@@ -44,24 +41,20 @@ TEST(SharedObjects, GiveTheirOwnFunctionsOnly) {
     const auto version = reinterpret_cast<const char* (*)()>(reinterpret_cast<void*>(GetProcAddress(module, "zlibVersion")));
     ASSERT_NE(version, nullptr);
     EXPECT_EQ(version()[0], '1');
-    EXPECT_EQ(GetProcAddress(module, "strlen"), nullptr);  // of a library that it needs
-    EXPECT_EQ(GetLastError(), ERROR_PROC_NOT_FOUND);
+    EXPECT_EQ(ErrorOf(GetProcAddress(module, "strlen")), ERROR_PROC_NOT_FOUND);  // of a library that it needs
     EXPECT_EQ(LoadLibraryW(_T("LIBZ.SO.1")), module);
-    EXPECT_EQ(FindResourceW(module, MAKEINTRESOURCEW(1), RT_STRING), nullptr);
-    EXPECT_EQ(GetLastError(), ERROR_RESOURCE_DATA_NOT_FOUND);
+    EXPECT_EQ(ErrorOf(FindResourceW(module, MAKEINTRESOURCEW(1), RT_STRING)), ERROR_RESOURCE_DATA_NOT_FOUND);
     EXPECT_TRUE(FreeLibrary(module));
     EXPECT_TRUE(FreeLibrary(module));
-    EXPECT_EQ(GetProcAddress(module, "zlibVersion"), nullptr);
-    EXPECT_EQ(GetLastError(), ERROR_MOD_NOT_FOUND);
+    EXPECT_EQ(ErrorOf(GetProcAddress(module, "zlibVersion")), ERROR_MOD_NOT_FOUND);
 }
 
 TEST(SharedObjects, StandForLibrariesInTheFolderThatIsNamed) {
     const TempFolder folder;
     const std::string zlib = NativeZlib();
     const std::string native = Native(folder.Path());
-    for (const char* const name : {"/libplain.so", "/liblua5.1.so.0", "/libdirect.so.2"}) {
+    for (const char* const name : {"/libplain.so", "/liblua5.1.so.0", "/libdirect.so.2"})
         std::filesystem::copy_file(zlib, native + name);
-    }
     for (const TCHAR* const name : {_T("plain.dll"), _T("plain"), _T("lua5.1.dll"), _T("LUA5.1.DLL"), _T("libdirect.so.2")}) {
         SCOPED_TRACE(Narrow(name));
         const HMODULE module = LoadLibraryW(folder.Path(name).c_str());
@@ -75,57 +68,46 @@ TEST(SharedObjects, StandForLibrariesInTheFolderThatIsNamed) {
 TEST(SharedObjects, ThatAreDamagedAreNoModules) {
     const TempFolder folder;
     const std::string zlib = test::ReadBytes(Text(_T("C:")) + test::Widen(NativeZlib()));
-    const Text cut = folder.Write(_T("cut.so"), zlib.substr(0, 200));
-    EXPECT_EQ(LoadLibraryW(cut.c_str()), nullptr);
-    EXPECT_EQ(GetLastError(), ERROR_BAD_EXE_FORMAT);
     std::string foreign = zlib;
-    foreign[18] = '\xB7';  // for another machine
-    foreign[19] = 0;
-    EXPECT_EQ(LoadLibraryW(folder.Write(_T("foreign.so"), foreign).c_str()), nullptr);
-    EXPECT_EQ(GetLastError(), ERROR_BAD_EXE_FORMAT);
-    EXPECT_EQ(LoadLibraryExW(folder.Write(_T("whole.so"), zlib).c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE), nullptr);
-    EXPECT_EQ(GetLastError(), ERROR_BAD_EXE_FORMAT);
+    foreign.replace(18, 2, "\xB7\0", 2);  // for another machine
+    for (const std::string& damaged : {zlib.substr(0, 200), foreign})
+        EXPECT_EQ(ErrorOf(LoadLibraryW(folder.Write(_T("damaged.so"), damaged).c_str())), ERROR_BAD_EXE_FORMAT);
+    const Text whole = folder.Write(_T("whole.so"), zlib);
+    EXPECT_EQ(ErrorOf(LoadLibraryExW(whole.c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE)), ERROR_BAD_EXE_FORMAT);
     ASSERT_EQ(mkfifo(Native(folder.Path(_T("pipe.so"))).c_str(), 0600), 0);
-    EXPECT_EQ(LoadLibraryW(folder.Path(_T("pipe.so")).c_str()), nullptr);
-    EXPECT_EQ(GetLastError(), ERROR_MOD_NOT_FOUND);
+    EXPECT_EQ(ErrorOf(LoadLibraryW(folder.Path(_T("pipe.so")).c_str())), ERROR_MOD_NOT_FOUND);
 }
 
 TEST(Modules, AreNeverLookedForInTheCurrentFolder) {
     const TempFolder folder;
     const std::string native = Native(folder.Path());
     std::filesystem::create_directory(native + "/sub");
-    for (const char* const name : {"/libplanted.so", "/sub/libplanted.so"}) {
+    for (const char* const name : {"/libplanted.so", "/sub/libplanted.so"})
         std::filesystem::copy_file(NativeZlib(), native + name);
-    }
     const std::filesystem::path before = std::filesystem::current_path();
     std::filesystem::current_path(native);
     for (const TCHAR* const name : {_T("planted"), _T("planted.dll"), _T("libplanted.so"), _T(".\\planted.dll"),
                                     _T("sub\\planted.dll"), _T("C:planted.dll"), _T("./libplanted.so")}) {
         SCOPED_TRACE(Narrow(name));
-        EXPECT_EQ(LoadLibraryW(name), nullptr);
-        EXPECT_EQ(GetLastError(), ERROR_MOD_NOT_FOUND);
-        EXPECT_EQ(LoadLibraryExW(name, nullptr, LOAD_LIBRARY_AS_DATAFILE), nullptr);
-        EXPECT_EQ(GetLastError(), ERROR_FILE_NOT_FOUND);
+        EXPECT_EQ(ErrorOf(LoadLibraryW(name)), ERROR_MOD_NOT_FOUND);
+        EXPECT_EQ(ErrorOf(LoadLibraryExW(name, nullptr, LOAD_LIBRARY_AS_DATAFILE)), ERROR_FILE_NOT_FOUND);
     }
     std::filesystem::current_path(before);
 }
 
 TEST(Modules, AreSharedBetweenThreads) {
-    constexpr int kThreads = 4;
-    constexpr int kRounds = 200;
     std::atomic<int> failures{0};
     std::vector<std::thread> threads;
-    for (int i = 0; i < kThreads; ++i) {
+    for (int i = 0; i < 4; ++i) {
         threads.emplace_back([&failures] {
-            for (int round = 0; round < kRounds; ++round) {
+            for (int round = 0; round < 200; ++round) {
                 const HMODULE module = LoadLibraryW(kZlib);
                 failures += module == nullptr || GetProcAddress(module, "crc32") == nullptr || !FreeLibrary(module);
             }
         });
     }
-    for (std::thread& thread : threads) {
+    for (std::thread& thread : threads)
         thread.join();
-    }
     EXPECT_EQ(failures, 0);
     EXPECT_EQ(GetModuleHandleW(kZlib), nullptr);
 }

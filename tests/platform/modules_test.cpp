@@ -4,17 +4,18 @@
 
 #include <string>
 
+#include "support/last_error.h"
 #include "support/temp_folder.h"
 
 namespace {
 
+using test::ErrorOf;
 using test::TempFolder;
 using test::Text;
 
 Text FileName(HMODULE module) {
     TCHAR path[4 * MAX_PATH];
-    const DWORD length = GetModuleFileNameW(module, path, 4 * MAX_PATH);
-    return Text(path, length);
+    return Text(path, GetModuleFileNameW(module, path, 4 * MAX_PATH));
 }
 
 // A module of resources that the build puts beside this program.
@@ -33,35 +34,25 @@ TEST(ModuleFileNames, AreFullPathsAndCutWhenTheyDoNotFit) {
     TCHAR cut[6] = {_T('x'), _T('x'), _T('x'), _T('x'), _T('x'), _T('x')};
     EXPECT_EQ(GetModuleFileNameW(nullptr, cut, 5), 5u);
     EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_INSUFFICIENT_BUFFER));
-    EXPECT_EQ(Text(cut), path.substr(0, 4));
-    EXPECT_EQ(cut[5], _T('x'));
+    EXPECT_EQ(Text(cut, 6), path.substr(0, 4) + Text(_T("\0x"), 2));
 }
 
-TEST(Modules, AreCountedAndFoundByName) {
-    EXPECT_EQ(GetModuleHandleW(_T("resource_module")), nullptr);
-    EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_MOD_NOT_FOUND));
+TEST(Modules, AreCountedFoundByNameAndHaveOnlyTheFunctionsThatTheyExport) {
+    EXPECT_EQ(ErrorOf(GetModuleHandleW(_T("resource_module"))), ERROR_MOD_NOT_FOUND);
     const HMODULE module = LoadLibraryW(_T("resource_module.dll"));
     ASSERT_NE(module, nullptr);
     EXPECT_EQ(LoadLibraryW(ResourceModule().c_str()), module);
     EXPECT_EQ(GetModuleHandleW(_T("RESOURCE_Module")), module);
     EXPECT_EQ(GetModuleHandleW(ResourceModule().c_str()), module);
     EXPECT_EQ(FileName(module), ResourceModule());
+    EXPECT_EQ(ErrorOf(GetProcAddress(module, "Nothing")), ERROR_PROC_NOT_FOUND);
     EXPECT_TRUE(FreeLibrary(module));
     EXPECT_EQ(GetModuleHandleW(_T("resource_module.dll")), module);
     EXPECT_TRUE(FreeLibrary(module));
     EXPECT_EQ(GetModuleHandleW(_T("resource_module.dll")), nullptr);
-    EXPECT_FALSE(FreeLibrary(module));
-    EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_MOD_NOT_FOUND));
-}
-
-TEST(Modules, HaveOnlyTheFunctionsThatTheyExport) {
-    const HMODULE module = LoadLibraryW(_T("resource_module"));
-    ASSERT_NE(module, nullptr);
-    EXPECT_EQ(GetProcAddress(module, "Nothing"), nullptr);
-    EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_PROC_NOT_FOUND));
-    EXPECT_TRUE(FreeLibrary(module));
-    EXPECT_EQ(GetProcAddress(nullptr, "NoSuchFunctionAnywhere"), nullptr);
-    EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_PROC_NOT_FOUND));
+    EXPECT_EQ(ErrorOf(FreeLibrary(module)), ERROR_MOD_NOT_FOUND);
+    EXPECT_EQ(ErrorOf(FreeLibrary(nullptr)), ERROR_INVALID_HANDLE);
+    EXPECT_EQ(ErrorOf(GetProcAddress(nullptr, "NoSuchFunctionAnywhere")), ERROR_PROC_NOT_FOUND);
 }
 
 TEST(Modules, TellWhyTheyDoNotLoad) {
@@ -70,26 +61,16 @@ TEST(Modules, TellWhyTheyDoNotLoad) {
     const Text half = folder.Write(_T("half.dll"), test::ReadBytes(ResourceModule()).substr(0, 100));
     const struct {
         const TCHAR* name;
-        DWORD flags;
-        DWORD error;
-    } rows[] = {
-        {nullptr, 0, ERROR_INVALID_PARAMETER},
-        {_T("no_such_module_at_all"), 0, ERROR_MOD_NOT_FOUND},
-        {_T("C:\\no\\such\\module.dll"), 0, ERROR_MOD_NOT_FOUND},
-        {text.c_str(), 0, ERROR_BAD_EXE_FORMAT},
-        {half.c_str(), 0, ERROR_BAD_EXE_FORMAT},
-        {text.c_str(), LOAD_LIBRARY_AS_DATAFILE, ERROR_BAD_EXE_FORMAT},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(&row - rows);
-        SetLastError(ERROR_SUCCESS);
-        EXPECT_EQ(LoadLibraryExW(row.name, nullptr, row.flags), nullptr);
-        EXPECT_EQ(GetLastError(), row.error);
-    }
-    EXPECT_EQ(LoadLibraryExW(folder.Path(_T("none.dll")).c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE), nullptr);
-    EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_FILE_NOT_FOUND));
-    EXPECT_FALSE(FreeLibrary(nullptr));
-    EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_INVALID_HANDLE));
+        DWORD flags, error;
+    } rows[] = {{nullptr, 0, ERROR_INVALID_PARAMETER},
+                {_T("no_such_module_at_all"), 0, ERROR_MOD_NOT_FOUND},
+                {text.c_str(), 0, ERROR_BAD_EXE_FORMAT},
+                {half.c_str(), 0, ERROR_BAD_EXE_FORMAT},
+                {text.c_str(), LOAD_LIBRARY_AS_DATAFILE, ERROR_BAD_EXE_FORMAT}};
+    for (const auto& row : rows)
+        EXPECT_EQ(ErrorOf(LoadLibraryExW(row.name, nullptr, row.flags)), row.error) << &row - rows;
+    const DWORD error = ErrorOf(LoadLibraryExW(folder.Path(_T("none.dll")).c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE));
+    EXPECT_EQ(error, static_cast<DWORD>(ERROR_FILE_NOT_FOUND));
 }
 
 }  // namespace

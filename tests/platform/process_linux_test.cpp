@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 #include <signal.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 #include <windows.h>
 
@@ -67,19 +66,6 @@ TEST(ProcessOnLinux, AChildEndedByASignalIsCollectedWithItsLastHandle) {
         EXPECT_EQ(kill(static_cast<pid_t>(id), 0), 0) << "its number is kept";
     }
     EXPECT_EQ(kill(static_cast<pid_t>(id), 0), -1);
-}
-
-TEST(ProcessOnLinux, AForkHasNumbersOfItsOwn) {
-    const DWORD process = GetCurrentProcessId();
-    const DWORD thread = GetCurrentThreadId();
-    const pid_t child = fork();
-    if (child == 0) {
-        const auto own = static_cast<DWORD>(getpid());
-        _exit(GetCurrentProcessId() == own && GetCurrentThreadId() == own && own != process && own != thread ? 0 : 1);
-    }
-    int status = -1;
-    waitpid(child, &status, 0);
-    EXPECT_EQ(status, 0);
 }
 
 TEST(NamedObjectOnLinux, LeavesNoFileAndIsTheOwnersAlone) {

@@ -2,7 +2,6 @@
 #include <windows.h>
 
 #include <string>
-#include <thread>
 
 #include "support/environment.h"
 #include "support/temp_folder.h"
@@ -128,20 +127,6 @@ TEST_F(Registry, RemovesAKeyWithAllBelowIt) {
     EXPECT_EQ(Get(key_, _T("kept")), "3:2");
     EXPECT_EQ(RegCloseKey(below), ERROR_SUCCESS);
     EXPECT_EQ(RegOpenKeyExW(key_, _T("sub\\a"), 0, KEY_READ, &below), static_cast<LSTATUS>(ERROR_FILE_NOT_FOUND));
-}
-
-TEST_F(Registry, LosesNothingThatTwoThreadsWrite) {
-    const auto write = [this](int first) {
-        for (int i = first; i < 200; i += 2) {
-            EXPECT_EQ(Set(key_, Widen(std::to_string(i)).c_str(), REG_BINARY, std::to_string(i)), DWORD{ERROR_SUCCESS});
-        }
-    };
-    std::thread other(write, 1);
-    write(0);
-    other.join();
-    for (int i = 0; i < 200; ++i) {
-        EXPECT_EQ(Get(key_, Widen(std::to_string(i)).c_str()), "3:" + std::to_string(i));
-    }
 }
 
 }  // namespace

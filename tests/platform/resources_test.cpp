@@ -6,6 +6,7 @@
 
 #include <string>
 
+#include "support/last_error.h"
 #include "support/temp_folder.h"
 
 namespace {
@@ -20,19 +21,14 @@ Text String(HMODULE module, UINT id, int capacity = 80) {
 }
 
 std::string Data(HMODULE module, HRSRC resource) {
-    const HGLOBAL loaded = LoadResource(module, resource);
-    const auto* const bytes = static_cast<const char*>(LockResource(loaded));
+    const auto* const bytes = static_cast<const char*>(LockResource(LoadResource(module, resource)));
     return bytes == nullptr ? "failed" : std::string(bytes, SizeofResource(module, resource));
 }
 
 class Resources : public testing::TestWithParam<bool> {
 protected:
     Resources() : module_(GetParam() ? LoadLibraryExW(_T("resource_module"), nullptr, LOAD_LIBRARY_AS_DATAFILE) : nullptr) {}
-    ~Resources() override {
-        if (GetParam()) {
-            EXPECT_TRUE(FreeLibrary(module_));
-        }
-    }
+    ~Resources() override { EXPECT_TRUE(!GetParam() || FreeLibrary(module_)); }
 
     HMODULE module_;
 };
@@ -52,60 +48,33 @@ TEST_P(Resources, HaveStrings) {
     EXPECT_EQ(Text(in_place, 17), _T("last of its block"));
 }
 
-TEST_P(Resources, AreFoundByNumberAndName) {
+TEST_P(Resources, AreFoundByNumberAndNameAndChosenByLanguage) {
     const struct {
-        LPCTSTR name;
-        LPCTSTR type;
-        std::string data;
-    } rows[] = {
-        {MAKEINTRESOURCEW(7), RT_RCDATA, "BADC"},
-        {_T("#7"), _T("#10"), "BADC"},
-        {_T("TEETH"), RT_RCDATA, "named"},
-        {_T("teeth"), RT_RCDATA, "named"},
-        {_T("Jaws"), _T("Patterns"), "typed by name"},
-        {MAKEINTRESOURCEW(101), RT_RCDATA, "only fr-FR"},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(&row - rows);
+        LPCTSTR name, type;
+        const char* data;
+    } rows[] = {{MAKEINTRESOURCEW(7), RT_RCDATA, "BADC"},
+                {_T("#7"), _T("#10"), "BADC"},
+                {_T("teeth"), RT_RCDATA, "named"},
+                {_T("Jaws"), _T("Patterns"), "typed by name"},
+                {MAKEINTRESOURCEW(101), RT_RCDATA, "only fr-FR"}};
+    for (const auto& row : rows)
         EXPECT_EQ(Data(module_, FindResourceW(module_, row.name, row.type)), row.data);
-    }
-}
-
-TEST_P(Resources, AreChosenByLanguage) {
-    const struct {
-        WORD language;
-        WORD id;
-        std::string data;
-    } rows[] = {
-        {MAKELANGID(LANG_GERMAN, 1), 100, "de-DE"},
-        {MAKELANGID(LANG_ENGLISH, SUBLANG_ENGLISH_US), 100, "en-US"},
-        {MAKELANGID(0x0C, 1), 100, "fr-FR"},
-        {MAKELANGID(LANG_GERMAN, 1), 7, "BADC"},  // there is a neutral one
+    const auto in = [&](WORD language, WORD id) {
+        return Data(module_, FindResourceExW(module_, RT_RCDATA, MAKEINTRESOURCEW(id), language));
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(&row - rows);
-        EXPECT_EQ(Data(module_, FindResourceExW(module_, RT_RCDATA, MAKEINTRESOURCEW(row.id), row.language)), row.data);
-    }
+    EXPECT_EQ(in(MAKELANGID(LANG_GERMAN, 1), 100), "de-DE");
+    EXPECT_EQ(in(MAKELANGID(0x0C, 1), 100), "fr-FR");
+    EXPECT_EQ(in(MAKELANGID(LANG_GERMAN, 1), 7), "BADC");  // there is a neutral one
 }
 
 TEST_P(Resources, TellWhatIsMissing) {
-    const struct {
-        LPCTSTR type;
-        LPCTSTR name;
-        WORD language;
-        DWORD error;
-    } rows[] = {
-        {MAKEINTRESOURCEW(99), MAKEINTRESOURCEW(7), 0, ERROR_RESOURCE_TYPE_NOT_FOUND},
-        {_T("TEETH"), MAKEINTRESOURCEW(7), 0, ERROR_RESOURCE_TYPE_NOT_FOUND},
-        {RT_RCDATA, MAKEINTRESOURCEW(8), 0, ERROR_RESOURCE_NAME_NOT_FOUND},
-        {RT_RCDATA, _T("TEET"), 0, ERROR_RESOURCE_NAME_NOT_FOUND},
-        {RT_RCDATA, MAKEINTRESOURCEW(100), MAKELANGID(0x10, 1), ERROR_RESOURCE_LANG_NOT_FOUND},
+    const auto error = [&](LPCTSTR type, LPCTSTR name, WORD language = 0) {
+        return test::ErrorOf(FindResourceExW(module_, type, name, language));
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(&row - rows);
-        EXPECT_EQ(FindResourceExW(module_, row.type, row.name, row.language), nullptr);
-        EXPECT_EQ(GetLastError(), row.error);
-    }
+    EXPECT_EQ(error(MAKEINTRESOURCEW(99), MAKEINTRESOURCEW(7)), ERROR_RESOURCE_TYPE_NOT_FOUND);
+    EXPECT_EQ(error(RT_RCDATA, MAKEINTRESOURCEW(8)), ERROR_RESOURCE_NAME_NOT_FOUND);
+    EXPECT_EQ(error(RT_RCDATA, _T("TEET")), ERROR_RESOURCE_NAME_NOT_FOUND);
+    EXPECT_EQ(error(RT_RCDATA, MAKEINTRESOURCEW(100), MAKELANGID(0x10, 1)), ERROR_RESOURCE_LANG_NOT_FOUND);
 }
 
 INSTANTIATE_TEST_SUITE_P(Modules, Resources, testing::Bool(),

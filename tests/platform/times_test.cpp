@@ -111,58 +111,41 @@ TEST(TimeZone, FollowsTheRuleOfTheDate) {
 }
 
 TEST(Clock, ItsFacesAgree) {
-    FILETIME before{}, converted{}, after{};
-    SYSTEMTIME universal{}, local{}, as_universal{};
+    FILETIME before{}, converted{}, after{}, local{}, back{};
+    SYSTEMTIME universal{};
     GetSystemTimeAsFileTime(&before);
     GetSystemTime(&universal);
-    GetLocalTime(&local);
     GetSystemTimePreciseAsFileTime(&after);
     constexpr ULONGLONG kMillisecond = 10000;
     ASSERT_TRUE(SystemTimeToFileTime(&universal, &converted));
     EXPECT_GE(Ticks(converted) + 20 * kMillisecond, Ticks(before));  // a coarse clock may lag
     EXPECT_LE(Ticks(converted), Ticks(after) + 20 * kMillisecond);
-    ASSERT_TRUE(TzSpecificLocalTimeToSystemTime(nullptr, &local, &as_universal));
-    ASSERT_TRUE(SystemTimeToFileTime(&as_universal, &converted));
-    EXPECT_LE(Ticks(converted), Ticks(after) + 3600ULL * 1000 * kMillisecond);  // an hour's doubt while it comes twice
-
-    FILETIME local_ticks{}, back{};
-    ASSERT_TRUE(FileTimeToLocalFileTime(&before, &local_ticks));
-    ASSERT_TRUE(LocalFileTimeToFileTime(&local_ticks, &back));
+    ASSERT_TRUE(FileTimeToLocalFileTime(&before, &local));
+    ASSERT_TRUE(LocalFileTimeToFileTime(&local, &back));
     EXPECT_EQ(Ticks(back), Ticks(before));
-}
 
-TEST(Clock, CountersGoForward) {
     LARGE_INTEGER frequency{}, first{}, second{};
     ASSERT_TRUE(QueryPerformanceFrequency(&frequency));
     EXPECT_GE(frequency.QuadPart, 1000000);
-    const ULONGLONG ticks = GetTickCount64();
+    const ULONGLONG start = GetTickCount64();
     QueryPerformanceCounter(&first);
-    while (GetTickCount64() < ticks + 20) {
+    while (GetTickCount64() < start + 20) {
     }
     QueryPerformanceCounter(&second);
     EXPECT_GE((second.QuadPart - first.QuadPart) * 1000 / frequency.QuadPart, 1);
-    EXPECT_LT(GetTickCount() - static_cast<DWORD>(ticks), 60000U);
 }
 
-TEST(CrtTime, BreaksDownAndRefuses) {
+TEST(CrtTime, RefusesWhatIsBefore1970) {
     std::tm tm{};
-    __time64_t time = 1709210096;  // 2024-02-29 12:34:56 UTC
-    ASSERT_EQ(_gmtime64_s(&tm, &time), 0);
-    EXPECT_EQ(std::tuple(tm.tm_year, tm.tm_mon, tm.tm_mday, tm.tm_hour, tm.tm_min, tm.tm_sec, tm.tm_wday, tm.tm_yday),
-              std::tuple(124, 1, 29, 12, 34, 56, 4, 59));
-    ASSERT_EQ(_localtime64_s(&tm, &time), 0);
-    EXPECT_EQ(_mktime64(&tm), time);
-
-    time = -1000000;
+    const __time64_t time = -1000000;
     EXPECT_EQ(_localtime64_s(&tm, &time), EINVAL);
     EXPECT_EQ(std::tuple(tm.tm_year, tm.tm_mon, tm.tm_hour, tm.tm_isdst), std::tuple(-1, -1, -1, -1));
-    std::tm ancient{};
-    ancient.tm_year = 60;
-    ancient.tm_mday = 1;
+    tm = {};
+    tm.tm_year = 60;
+    tm.tm_mday = 1;
     errno = 0;
-    EXPECT_EQ(_mktime64(&ancient), -1);
+    EXPECT_EQ(_mktime64(&tm), -1);
     EXPECT_EQ(errno, EINVAL);
-    EXPECT_GE(_time64(&time), 1700000000);
 }
 
 }  // namespace

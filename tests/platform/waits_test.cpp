@@ -61,24 +61,6 @@ int Hold(const ChildArgs& args) {
 }
 REGISTER_CHILD(Hold)
 
-constexpr int kCounts = 2000;
-
-// Counts in shared memory without any atomic operation, under the mutex.
-int CountUnderMutex(const ChildArgs& args) {
-    const Handle mutex(OpenMutexW(SYNCHRONIZE, FALSE, args[0].c_str()));
-    const Handle mapping(OpenFileMappingW(FILE_MAP_ALL_ACCESS, FALSE, args[1].c_str()));
-    auto* const count = static_cast<volatile int*>(MapViewOfFile(mapping, FILE_MAP_ALL_ACCESS, 0, 0, 0));
-    for (int i = 0; i < kCounts; ++i) {
-        if (WaitForSingleObject(mutex, kPatience) != WAIT_OBJECT_0) {
-            return 1;
-        }
-        *count = *count + 1;
-        ReleaseMutex(mutex);
-    }
-    return 0;
-}
-REGISTER_CHILD(CountUnderMutex)
-
 // Opens, takes, releases and closes without end.
 int ChurnForEver(const ChildArgs& args) {
     for (;;) {
@@ -153,28 +135,6 @@ TEST(Mutex, IsAbandonedByAThreadThatEnds) {
     }
 }
 
-TEST(Mutex, MayBeClosedWhileOwned) {
-    const Text name = UniqueName(_T("ClosedOwned"));
-    Handle mine = NewMutex(TRUE, name.c_str()), other = NewMutex();
-    const Handle closed = NewEvent(TRUE), taken = NewEvent(TRUE);
-    InThreads(2, [&](int number) {
-        if (number == 0) {
-            WaitForSingleObject(other, INFINITE);
-            SetEvent(taken);
-            WaitForSingleObject(closed, INFINITE);
-            EXPECT_TRUE(ReleaseMutex(NewMutex(TRUE))) << "its list of mutexes is still whole";
-        } else {
-            EXPECT_EQ(WaitForSingleObject(taken, kPatience), WAIT_OBJECT_0);
-            other.Close();
-            SetEvent(closed);
-        }
-    });
-    mine.Close();
-    const Handle again = NewMutex(FALSE, name.c_str());
-    EXPECT_EQ(GetLastError(), ERROR_SUCCESS) << "a new one";
-    EXPECT_EQ(PollInAnotherThread(again), WAIT_OBJECT_0);
-}
-
 TEST(WaitForMultipleObjects, ForOneTakesTheFirstSignalledOnly) {
     const Handle events[] = {NewEvent(FALSE), NewEvent(FALSE, TRUE), NewEvent(FALSE, TRUE)};
     const HANDLE list[] = {events[0], events[1], events[2]};
@@ -233,46 +193,11 @@ TEST(NamedObject, SaysWhetherItExisted) {
 }
 
 TEST(NamedObject, RefusesWrongNames) {
-    const std::pair<Text, DWORD> rows[] = {
-        {_T("a\\b"), ERROR_PATH_NOT_FOUND},
-        {_T("Local\\a\\b"), ERROR_PATH_NOT_FOUND},
-        {Text(MAX_PATH + 1, _T('n')), ERROR_FILENAME_EXCED_RANGE},
-    };
-    for (const auto& [name, error] : rows) {
-        EXPECT_EQ(ErrorOf(CreateMutexW(nullptr, FALSE, name.c_str())), error);
-        EXPECT_EQ(ErrorOf(OpenMutexW(SYNCHRONIZE, FALSE, name.c_str())), error);
-    }
+    const Text too_long(MAX_PATH + 1, _T('n'));
+    EXPECT_EQ(ErrorOf(CreateMutexW(nullptr, FALSE, _T("Local\\a\\b"))), ERROR_PATH_NOT_FOUND);
+    EXPECT_EQ(ErrorOf(OpenMutexW(SYNCHRONIZE, FALSE, _T("a\\b"))), ERROR_PATH_NOT_FOUND);
+    EXPECT_EQ(ErrorOf(CreateMutexW(nullptr, FALSE, too_long.c_str())), ERROR_FILENAME_EXCED_RANGE);
     EXPECT_EQ(ErrorOf(OpenMutexW(SYNCHRONIZE, FALSE, nullptr)), ERROR_INVALID_PARAMETER);
-}
-
-TEST(NamedObject, ComesAndGoesWholeInManyThreads) {
-    const Text name = UniqueName(_T("Churn"));
-    int inside = 0;  // guarded by the mutex, whichever it is at the moment
-    const Handle keeper = NewMutex(FALSE, (name + _T(".kept")).c_str());
-    InThreads(4, [&](int) {
-        for (int round = 0; round < 200; ++round) {
-            EXPECT_EQ(Poll(NewEvent(TRUE, TRUE, name.c_str())), WAIT_OBJECT_0);
-            const Handle kept = NewMutex(FALSE, (name + _T(".kept")).c_str());
-            EXPECT_EQ(WaitForSingleObject(kept, kPatience), WAIT_OBJECT_0);
-            ++inside;
-            EXPECT_TRUE(ReleaseMutex(kept));
-        }
-    });
-    EXPECT_EQ(inside, 800);
-}
-
-TEST(BetweenProcesses, AMutexKeepsOthersOut) {
-    const Text name = UniqueName(_T("Count")), memory_name = name + _T(".memory");
-    const Handle mutex = NewMutex(FALSE, name.c_str());
-    const Handle mapping(CreateFileMappingW(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0, sizeof(int), memory_name.c_str()));
-    auto* const count = static_cast<int*>(MapViewOfFile(mapping, FILE_MAP_READ, 0, 0, 0));
-    ASSERT_NE(count, nullptr);
-    const ChildProcess first({_T("CountUnderMutex"), name, memory_name});
-    const ChildProcess second({_T("CountUnderMutex"), name, memory_name});
-    EXPECT_EQ(first.Wait(kPatience), 0U);
-    EXPECT_EQ(second.Wait(kPatience), 0U);
-    EXPECT_EQ(*count, 2 * kCounts);
-    UnmapViewOfFile(count);
 }
 
 TEST(BetweenProcesses, AKilledOwnerAbandonsItsMutex) {

@@ -5,15 +5,14 @@ using test::TempFolder;
 
 namespace {
 
-constexpr LONGLONG kNow = 1'700'000'000;
-constexpr LONGLONG kDay = 86'400;
+constexpr LONGLONG kNow = 1'700'000'000, kDay = 86'400;
 
 void SetWrittenAt(const test::Text& path, LONGLONG secondsSince1970) {
     constexpr LONGLONG kFrom1601To1970 = 11'644'473'600;
     const auto ticks = static_cast<ULONGLONG>((secondsSince1970 + kFrom1601To1970) * 10'000'000);
     const FILETIME written = {static_cast<DWORD>(ticks), static_cast<DWORD>(ticks >> 32)};
-    const test::ExclusiveHandle file(path);
-    EXPECT_TRUE(SetFileTime(file.Get(), nullptr, nullptr, &written));
+    const test::Handle file = test::Exclusive(path);
+    EXPECT_TRUE(SetFileTime(file, nullptr, nullptr, &written));
 }
 
 // The result, and after it what became of *equal.
@@ -30,20 +29,16 @@ TEST(DirectoryFiles, AreToldFromDirectories) {
     folder.Write(_T("file"), "");
     folder.MakeFolder(_T("sub"));
     const CString dir = folder.Path().c_str();
-    const std::pair<CString, int> directories[] = {
-        {dir, 16},   {dir + _T("\\file"), 0}, {dir + _T("\\none"), 0}, {dir + _T("\\"), 0},
-        {_T(""), 0}, {_T("c:"), 1},           {_T("C:\\"), 1},         {dir + _T("\\s*"), 16},
-    };
+    const std::pair<CString, int> directories[] = {{dir, 16},     {dir + _T("\\file"), 0}, {dir + _T("\\"), 0},   {_T(""), 0},
+                                                   {_T("c:"), 1}, {_T("C:\\"), 1},         {dir + _T("\\s*"), 16}};
     for (const auto& [path, expected] : directories)
         EXPECT_EQ(CDirectory::Exist(path), expected) << test::Narrow(path);
-    EXPECT_TRUE(CDirectory::FileExist(dir, _T("file")));
-    EXPECT_TRUE(CDirectory::FileExist(dir + _T("\\"), _T("file")));
-    EXPECT_TRUE(CDirectory::FileExist(dir + _T("\\file"), _T("")));
-    EXPECT_FALSE(CDirectory::FileExist(dir, _T("sub")));
-    EXPECT_FALSE(CDirectory::FileExist(_T(""), _T("")));
+    for (const CString& in : {dir, dir + _T("\\")})
+        EXPECT_TRUE(CDirectory::FileExist(in, _T("file")) && !CDirectory::FileExist(in, _T("sub")));
+    EXPECT_TRUE(CDirectory::FileExist(dir + _T("\\file"), _T("")) && !CDirectory::FileExist(_T(""), _T("")));
 }
 
-TEST(DirectoryFiles, AreListedByPatternAndAttribute) {
+TEST(DirectoryFiles, AreListedAndDeletedByPattern) {
     const TempFolder folder;
     const std::string longName = "name with blanks \xC3\xBC" + std::string(232, 'x') + ".dat";  // 255 bytes
     for (const std::string& name : {std::string("a.dat"), std::string("b.txt"), longName})
@@ -56,35 +51,26 @@ TEST(DirectoryFiles, AreListedByPatternAndAttribute) {
     CStringArray names;
     names.Add(_T("before"));
     EXPECT_EQ(CDirectory::ListFiles(dir, names, _T("b.*"), 0xFFFFFFFF), 2);
-}
-
-TEST(DirectoryFiles, AreDeletedByPattern) {
-    const TempFolder folder;
-    for (const LPCTSTR name : {_T("a.tmp"), _T("b.tmp"), _T("c.txt")})
-        folder.Write(name, "");
-    folder.MakeFolder(_T("sub.tmp"));
-    CDirectory::DeleteFiles(folder.Path(_T("*.tmp")).c_str());
-    CDirectory::DeleteFiles(folder.Path(_T("none\\*.tmp")).c_str());
-    EXPECT_EQ(NamesIn(folder.Path().c_str()), "c.txt sub.tmp ");
-    const test::Text locked = folder.Path(_T("c.txt"));
-    const test::ExclusiveHandle holder(locked);
+    CDirectory::DeleteFiles(folder.Path(_T("*.dat")).c_str());
+    CDirectory::DeleteFiles(folder.Path(_T("none\\*.txt")).c_str());
+    EXPECT_EQ(NamesIn(dir), "b.txt sub.dat ");
+    const test::Text locked = folder.Path(_T("b.txt"));
+    const test::Handle holder = test::Exclusive(locked);
     const auto deleteIt = [&] { CDirectory::DeleteFiles(folder.Path(_T("*.t?t")).c_str()); };
     EXPECT_EQ(test::ExpectAccessDenied(locked.c_str(), deleteIt), LONG{ERROR_SHARING_VIOLATION});
 }
 
 TEST(DirectoryFiles, AreDeletedByAge) {
     const TempFolder folder;
-    const std::pair<LPCTSTR, LONGLONG> files[] = {
-        {_T("border"), kNow - 2 * kDay},     {_T("older"), kNow - 2 * kDay - 1},
-        {_T("before 1970"), -1'000'000'000}, {_T("locked"), 0},
-        {_T("future"), kNow + kDay},         {_T("old.other"), 0},
-    };
+    const std::pair<LPCTSTR, LONGLONG> files[] = {{_T("border"), kNow - 2 * kDay},     {_T("older"), kNow - 2 * kDay - 1},
+                                                  {_T("before 1970"), -1'000'000'000}, {_T("locked"), 0},
+                                                  {_T("future"), kNow + kDay},         {_T("old.other"), 0}};
     for (const auto& [name, writtenAt] : files)
         SetWrittenAt(folder.Write(name, "x"), writtenAt);
     folder.MakeFolder(_T("sub"));
     const CString dir = folder.Path().c_str();
     {
-        const test::ExclusiveHandle holder(folder.Path(_T("locked")));
+        const test::Handle holder = test::Exclusive(folder.Path(_T("locked")));
         EXPECT_EQ(CDirectory::DeleteOlderFiles(dir, _T("*."), 2, kNow), 2);
     }
     EXPECT_EQ(CDirectory::DeleteOlderFiles(dir, _T("*.*"), 0xFFFFFFFF, kNow), 0);
@@ -100,22 +86,21 @@ TEST(DirectoryFiles, AreComparedByteByByte) {
     const TempFolder folder;
     const std::string block(65'536, 'b');
     const std::pair<std::string, std::string> rows[] = {
-        {"", ""}, {"a", "a"}, {"a", "b"}, {"a", "aa"}, {block, block}, {block + "x", block + "x"}, {block + "x", block + "y"},
+        {"", ""}, {"a", "b"}, {"a", "aa"}, {block, block}, {block + "x", block + "x"}, {block + "x", block + "y"},
     };
     for (const auto& [first, second] : rows)
         EXPECT_EQ(Compare(folder.Write(_T("1"), first), folder.Write(_T("2"), second)), Pair(1, first == second));
     const test::Text file = folder.Path(_T("1"));
     EXPECT_EQ(Compare(file, folder.Path(_T("none"))), Pair(0, 0));
     EXPECT_EQ(Compare(folder.Path(), file), Pair(0, 0));
-    EXPECT_EQ(Compare(file, _T("")), Pair(0, 0));
     EXPECT_EQ(CDirectory::Compare(file.c_str(), nullptr, nullptr), 0);
     const test::Text huge = folder.Write(_T("huge"), ""), empty = folder.Write(_T("empty"), "");
     {
-        const test::ExclusiveHandle holder(huge);
+        const test::Handle holder = test::Exclusive(huge);
         EXPECT_EQ(Compare(file, huge), Pair(0, 0));
         LARGE_INTEGER size = {};
         size.QuadPart = 1LL << 32;
-        ASSERT_TRUE(SetFilePointerEx(holder.Get(), size, nullptr, FILE_BEGIN) && SetEndOfFile(holder.Get()));
+        ASSERT_TRUE(SetFilePointerEx(holder, size, nullptr, FILE_BEGIN) && SetEndOfFile(holder));
     }
     EXPECT_EQ(Compare(huge, empty), Pair(1, 1));  // Deliberate: only the lower 32 bits of sizes count
     EXPECT_EQ(CDirectory::GetFileSize(huge.c_str()), 1LL << 32);
@@ -125,10 +110,8 @@ TEST(DirectoryFiles, HaveRoomSizeAndAttributes) {
     const TempFolder folder;
     const test::Text path = folder.Write(_T("file"), "12345"), missing = folder.Path(_T("none\\file"));
     EXPECT_TRUE(CDirectory::EnoughRoomForFile(path.c_str(), 1));
-    EXPECT_FALSE(CDirectory::EnoughRoomForFile(missing.c_str(), 0));
-    EXPECT_FALSE(CDirectory::EnoughRoomForFile(_T("file"), 0));
-    EXPECT_EQ(CDirectory::GetFileSize(path.c_str()), 5);
-    EXPECT_EQ(CDirectory::GetFileSize(missing.c_str()), 0);
+    EXPECT_FALSE(CDirectory::EnoughRoomForFile(missing.c_str(), 0) || CDirectory::EnoughRoomForFile(_T("file"), 0));
+    EXPECT_TRUE(CDirectory::GetFileSize(path.c_str()) == 5 && CDirectory::GetFileSize(missing.c_str()) == 0);
     for (const int set : {1, 0}) {
         const DWORD after = CDirectory::ModifyFileAttributes(path.c_str(), FILE_ATTRIBUTE_READONLY, set);
         EXPECT_EQ((after & FILE_ATTRIBUTE_READONLY) != 0, set != 0);

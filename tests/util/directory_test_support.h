@@ -6,9 +6,12 @@
 #include <kadata/directory.h>
 
 #include <algorithm>
+#include <numeric>
+#include <set>
 #include <string>
 #include <vector>
 
+#include "support/handles.h"
 #include "support/temp_folder.h"
 #include "support/unprivileged.h"
 
@@ -32,8 +35,6 @@ template <class Action>
 LONG ExpectAccessDenied(const CString& path, Action action) {
     try {
         action();
-        ADD_FAILURE() << "nothing thrown for " << Narrow(path);
-        return 0;
     } catch (CFileException* e) {
         EXPECT_EQ(e->m_cause, CFileException::accessDenied);
         EXPECT_EQ(Narrow(e->m_strFileName), Narrow(path));
@@ -41,34 +42,23 @@ LONG ExpectAccessDenied(const CString& path, Action action) {
         e->Delete();
         return osError;
     }
+    ADD_FAILURE() << "nothing thrown for " << Narrow(path);
+    return 0;
 }
 
 // An open handle that lets nobody else in.
-class ExclusiveHandle {
-public:
-    explicit ExclusiveHandle(const Text& path)
-        : m_handle(CreateFileW(path.c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr)) {
-        EXPECT_NE(m_handle, INVALID_HANDLE_VALUE);
-    }
-    ~ExclusiveHandle() { CloseHandle(m_handle); }
-    HANDLE Get() const { return m_handle; }
-
-private:
-    HANDLE m_handle;
-};
+inline Handle Exclusive(const Text& path) {
+    return Handle(CreateFileW(path.c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr));
+}
 
 // The names that CDirectory lists, sorted, each followed by a blank.
 inline std::string NamesIn(const CString& dir, const CString& pattern = _T("*"), DWORD attributeMask = 0xFFFFFFFF) {
     CStringArray names;
     const int count = CDirectory::ListFiles(dir, names, pattern, attributeMask);
-    std::vector<std::string> sorted;
+    std::multiset<std::string> sorted;
     for (int i = 0; i < count; ++i)
-        sorted.push_back(Narrow(names[i]) + " ");
-    std::sort(sorted.begin(), sorted.end());
-    std::string joined;
-    for (const std::string& name : sorted)
-        joined += name;
-    return joined;
+        sorted.insert(Narrow(names[i]) + " ");
+    return std::accumulate(sorted.begin(), sorted.end(), std::string());
 }
 
 }  // namespace test

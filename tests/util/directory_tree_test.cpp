@@ -3,27 +3,21 @@
 using test::ExpectAccessDenied;
 using test::TempFolder;
 
-TEST(DirectoryTree, IsMadeWithAllItsParents) {
+TEST(DirectoryTree, IsMadeWithAllItsParentsAndNamesThePartThatCannotBeMade) {
     const TempFolder folder;
     const CString dir = folder.Path(_T("a\\b c\\\u00FC")).c_str();
     EXPECT_EQ(CDirectory::Make(dir + _T("\\")), 1);
     EXPECT_TRUE(CDirectory::Exist(dir));
     EXPECT_EQ(CDirectory::Make(dir), 1);
     EXPECT_EQ(CDirectory::Make(_T("C:\\")), 1);
-}
-
-TEST(DirectoryTree, NamesThePartThatCannotBeMade) {
-    const TempFolder folder;
     const CString file = folder.Write(_T("file"), "").c_str();
     const UINT mode = SetErrorMode(SEM_NOOPENFILEERRORBOX);
-    const std::pair<CString, CString> rows[] = {
-        {file + _T("\\a\\b"), file},
-        {file, file},
-        {_T(""), _T("")},
-        // Server and share are not made.
-        {_T("\\\\no-server\\share\\a\\b"), _T("\\\\no-server\\share\\a")},
-        {_T("\\\\no-server\\share"), _T("\\\\no-server\\share")},
-    };
+    const std::pair<CString, CString> rows[] = {{file + _T("\\a\\b"), file},
+                                                {file, file},
+                                                {_T(""), _T("")},
+                                                // Server and share are not made.
+                                                {_T("\\\\no-server\\share\\a\\b"), _T("\\\\no-server\\share\\a")},
+                                                {_T("\\\\no-server\\share"), _T("\\\\no-server\\share")}};
     for (const auto& [path, failing] : rows)
         ExpectAccessDenied(failing, [&path = path] { CDirectory::Make(path); });
     EXPECT_EQ(ExpectAccessDenied(file, [&] { CDirectory::Make(file); }), LONG{ERROR_ALREADY_EXISTS});
@@ -60,7 +54,7 @@ TEST(DirectoryTree, StaysFromALockedFileOn) {
     const test::Text locked = folder.Write(_T("tree\\sub\\locked"), "x");
     const CString tree = folder.Path(_T("tree")).c_str();
     {
-        const test::ExclusiveHandle holder(locked);
+        const test::Handle holder = test::Exclusive(locked);
         EXPECT_EQ(ExpectAccessDenied(locked.c_str(), [&] { CDirectory::Remove(tree); }), LONG{ERROR_SHARING_VIOLATION});
     }
     EXPECT_EQ(CDirectory::Remove(tree), 1);
