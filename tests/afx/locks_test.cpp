@@ -57,19 +57,6 @@ TEST(SingleLock, GivesUpWhenTheTimeIsOver) {
     EXPECT_FALSE(IsFree(event));  // it let one through
 }
 
-TEST(Locks, CountTheTurnsOfTheirOwner) {
-    CCriticalSection section;
-    section.Lock();
-    section.Lock();
-    section.Unlock();
-    EXPECT_FALSE(IsFree(section));
-    section.Unlock();
-    EXPECT_TRUE(IsFree(section));
-    CMutex mutex(TRUE);
-    EXPECT_TRUE(mutex.Unlock());
-    EXPECT_FALSE(mutex.Unlock());
-}
-
 TEST(Locks, ThrowWhenTheSystemHasNone) {
     EXPECT_THROW(CMutex(FALSE, _T("Local\\a\\b")), CResourceException*);
     EXPECT_THROW(CEvent(FALSE, FALSE, _T("Local\\a\\b")), CResourceException*);

@@ -41,8 +41,7 @@ TEST(NativePaths, LettersAndNetworkPathsLieBelowTheirRoots) {
     setenv("KADATA_DRIVES", ("Q=" + root + "/drive/").c_str(), 1);
     const struct {
         const TCHAR* path;
-        DWORD without_root;
-        DWORD error;
+        DWORD without_root, error;
     } rows[] = {
         {_T("q:/sub/x"), ERROR_SUCCESS, ERROR_SUCCESS},
         {_T("Q:sub\\x"), ERROR_SUCCESS, ERROR_SUCCESS},  // the current folder lies elsewhere
@@ -92,17 +91,6 @@ TEST(NativePaths, KeepNamesAsTheyAreStored) {
     }
     EXPECT_EQ(ErrorOf(folder.Path(Text(256, u'n'))), ERROR_FILENAME_EXCED_RANGE);
     EXPECT_EQ(ErrorOf(folder.Path(Text(32768, u'n'))), ERROR_FILENAME_EXCED_RANGE);
-}
-
-TEST(NativePaths, ACurrentFolderThatIsGoneLeavesOnlyAbsolutePaths) {
-    const TempFolder folder;
-    const std::string gone = test::Native(folder.MakeFolder(_T("gone")));
-    char before[4096];
-    ASSERT_NE(getcwd(before, sizeof before), nullptr);
-    ASSERT_EQ(chdir(gone.c_str()) + rmdir(gone.c_str()), 0);
-    EXPECT_EQ(ErrorOf(_T("x")), ERROR_PATH_NOT_FOUND);
-    EXPECT_EQ(ErrorOf(folder.Path()), ERROR_SUCCESS);
-    EXPECT_EQ(chdir(before), 0);
 }
 
 }  // namespace

@@ -2,8 +2,12 @@
 
 // Opening files, and what a call told of them.
 
+#include <gtest/gtest.h>
 #include <windows.h>
 #include <winternl.h>
+
+#include <map>
+#include <vector>
 
 #include "handles.h"
 #include "temp_folder.h"
@@ -46,6 +50,26 @@ inline DWORD OpenIn(HANDLE folder, const Text& name, ULONG options, Handle& open
                                        options | FILE_SYNCHRONOUS_IO_NONALERT | FILE_OPEN_FOR_BACKUP_INTENT);
     opened = Handle(handle);
     return RtlNtStatusToDosError(result);
+}
+
+// The names and sizes that a listing in steps of `size` bytes gives before it fails; `calls` counts the steps that gave
+// something.
+inline std::map<Text, LONGLONG> List(HANDLE folder, DWORD size, int& calls) {
+    std::map<Text, LONGLONG> entries;
+    std::vector<LONGLONG> buffer(size / sizeof(LONGLONG));
+    calls = 0;
+    while (GetFileInformationByHandleEx(folder, calls == 0 ? FileFullDirectoryRestartInfo : FileFullDirectoryInfo, buffer.data(),
+                                        size)) {
+        ++calls;
+        const FILE_FULL_DIR_INFO* entry = nullptr;
+        for (const auto* at = reinterpret_cast<const BYTE*>(buffer.data()); entry == nullptr || entry->NextEntryOffset != 0;) {
+            at += entry == nullptr ? 0 : entry->NextEntryOffset;
+            entry = reinterpret_cast<const FILE_FULL_DIR_INFO*>(at);
+            const Text name(entry->FileName, entry->FileNameLength / sizeof(TCHAR));
+            EXPECT_TRUE(entries.emplace(name, entry->EndOfFile.QuadPart).second);
+        }
+    }
+    return entries;
 }
 
 }  // namespace test
