@@ -269,36 +269,23 @@ TEST(FileContents, ArePassedOnlyThroughAFileWithTheRight) {
 TEST(FilePosition, GoesWhereThePairOfHalvesSays) {
     const TempFolder folder;
     const test::Handle file(Open(folder.Write(_T("x"), "0123456789"), GENERIC_READ | GENERIC_WRITE));
-    const struct {
-        LONG low;
-        std::optional<LONG> high;
-        DWORD method, result;
-        LONG result_high;
-        DWORD error;
-    } rows[] = {
-        {4, {}, FILE_BEGIN, 4, 0, ERROR_SUCCESS},
-        {-5, {}, FILE_CURRENT, INVALID_SET_FILE_POINTER, 0, ERROR_NEGATIVE_SEEK},
-        {-10, {}, FILE_END, 0, 0, ERROR_SUCCESS},
-        {0, {}, 3, INVALID_SET_FILE_POINTER, 0, ERROR_INVALID_PARAMETER},
-        {1, 2, FILE_BEGIN, 1, 2, ERROR_SUCCESS},
-        {0x7FFFFFFF, {}, FILE_CURRENT, INVALID_SET_FILE_POINTER, 0, ERROR_INVALID_PARAMETER},
-        {-2, -1, FILE_CURRENT, 0xFFFFFFFF, 1, NO_ERROR},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(testing::Message() << row.low << " by " << row.method);
-        LONG high = row.high.value_or(0);
+    const auto seek = [file = HANDLE{file}](LONG low, LONG* high, DWORD method) {
         SetLastError(ERROR_SUCCESS);
-        EXPECT_EQ(SetFilePointer(file, row.low, row.high ? &high : nullptr, row.method), row.result);
-        EXPECT_EQ(GetLastError(), row.error);
-        EXPECT_EQ(high, row.result_high);
-    }
-    LARGE_INTEGER distant;
-    distant.QuadPart = 0x1'2345'6789;
-    EXPECT_TRUE(SetFilePointerEx(file, distant, nullptr, FILE_BEGIN));
+        const DWORD place = SetFilePointer(file, low, high, method);
+        return std::pair(place, GetLastError());
+    };
+    LONG high = 2;
+    EXPECT_EQ(seek(-11, nullptr, FILE_END), std::pair(INVALID_SET_FILE_POINTER, ERROR_NEGATIVE_SEEK));
+    EXPECT_EQ(seek(0, nullptr, 3), std::pair(INVALID_SET_FILE_POINTER, ERROR_INVALID_PARAMETER));
+    EXPECT_EQ(seek(1, &high, FILE_BEGIN), std::pair(1U, ERROR_SUCCESS));
+    EXPECT_EQ(seek(0x7FFFFFFF, nullptr, FILE_CURRENT), std::pair(INVALID_SET_FILE_POINTER, ERROR_INVALID_PARAMETER));
+    high = -1;
+    EXPECT_EQ(seek(-2, &high, FILE_CURRENT), std::pair(INVALID_SET_FILE_POINTER, ERROR_SUCCESS));
+    EXPECT_EQ(high, 1);
     EXPECT_TRUE(SetEndOfFile(file));
-    DWORD high = 0;
-    EXPECT_EQ(GetFileSize(file, &high), 0x23456789U);
-    EXPECT_EQ(high, 1U);
+    LARGE_INTEGER size;
+    EXPECT_TRUE(GetFileSizeEx(file, &size));
+    EXPECT_EQ(size.QuadPart, 0x1'FFFF'FFFF);
 }
 
 using Call = BOOL (*)(LPCTSTR from, LPCTSTR to);
@@ -308,7 +295,7 @@ constexpr Call kReplace = [](LPCTSTR from, LPCTSTR to) { return MoveFileExW(from
 constexpr Call kCopy = [](LPCTSTR from, LPCTSTR to) { return CopyFileW(from, to, FALSE); };
 constexpr Call kCopyNew = [](LPCTSTR from, LPCTSTR to) { return CopyFileW(from, to, TRUE); };
 
-TEST(DeleteMoveAndCopy, FailByWhatIsInTheWayAndDoNoHarm) {
+TEST(DeleteMoveAndCopy, FailByWhatIsInTheWayWithoutHarm) {
     const TempFolder folder;
     folder.Write(_T("file"), "new");
     folder.Write(_T("other"), "old");
@@ -317,7 +304,10 @@ TEST(DeleteMoveAndCopy, FailByWhatIsInTheWayAndDoNoHarm) {
     const test::Handle held(Open(folder.Write(_T("held"), ""), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE));
     const test::Handle alone(Open(folder.Write(_T("alone"), ""), GENERIC_READ | GENERIC_WRITE, 0));
     test::Handle shared(Open(folder.Write(_T("shared"), ""), GENERIC_READ));
-    ASSERT_TRUE(SetFileAttributesW(folder.Write(_T("read-only"), "").c_str(), FILE_ATTRIBUTE_READONLY));
+    const Text read_only = folder.Write(_T("read-only"), std::string(300'000, 'c') + "end");
+    const FILETIME time{0x12345600, 0x01D00000};
+    ASSERT_TRUE(SetFileTime(test::Handle(Open(read_only, GENERIC_WRITE)), nullptr, nullptr, &time));
+    ASSERT_TRUE(SetFileAttributesW(read_only.c_str(), FILE_ATTRIBUTE_READONLY));
     const struct {
         Call call;
         const char *from, *to;
@@ -356,24 +346,16 @@ TEST(DeleteMoveAndCopy, FailByWhatIsInTheWayAndDoNoHarm) {
     EXPECT_FALSE(folder.Has(_T("file")));
     EXPECT_EQ(call(kCopy, "other", "renamed\\inside"), ERROR_SUCCESS);
     EXPECT_EQ(folder.Read(_T("other")) + folder.Read(_T("renamed\\inside")), "newnew");
-    EXPECT_TRUE(SetFileAttributesW(folder.Path(_T("moved")).c_str(), FILE_ATTRIBUTE_NORMAL));
-}
 
-TEST(CopyFile, BringsContentsTimeAndReadOnly) {
-    const TempFolder folder;
-    const std::string contents = std::string(300'000, 'c') + "end";
-    const Text from = folder.Write(_T("from"), contents);
-    const Text to = folder.Path(_T("to"));
-    const FILETIME time{0x12345600, 0x01D00000};
-    ASSERT_TRUE(SetFileTime(test::Handle(Open(from, GENERIC_WRITE)), nullptr, nullptr, &time));
-    ASSERT_TRUE(SetFileAttributesW(from.c_str(), FILE_ATTRIBUTE_READONLY));
-    EXPECT_TRUE(CopyFileW(from.c_str(), to.c_str(), TRUE));
-    WIN32_FILE_ATTRIBUTE_DATA data;
-    ASSERT_TRUE(GetFileAttributesExW(to.c_str(), GetFileExInfoStandard, &data));
-    EXPECT_EQ(CompareFileTime(&data.ftLastWriteTime, &time), 0);
-    EXPECT_NE(data.dwFileAttributes & FILE_ATTRIBUTE_READONLY, 0U);
-    EXPECT_TRUE(folder.Read(_T("to")) == contents);
-    EXPECT_TRUE(SetFileAttributesW(from.c_str(), FILE_ATTRIBUTE_NORMAL) && SetFileAttributesW(to.c_str(), FILE_ATTRIBUTE_NORMAL));
+    EXPECT_EQ(call(kCopyNew, "moved", "copied"), ERROR_SUCCESS);
+    EXPECT_TRUE(folder.Read(_T("copied")) == std::string(300'000, 'c') + "end");
+    for (const TCHAR* const name : {_T("moved"), _T("copied")}) {
+        WIN32_FILE_ATTRIBUTE_DATA data;
+        ASSERT_TRUE(GetFileAttributesExW(folder.Path(name).c_str(), GetFileExInfoStandard, &data));
+        EXPECT_EQ(CompareFileTime(&data.ftLastWriteTime, &time), 0);
+        EXPECT_NE(data.dwFileAttributes & FILE_ATTRIBUTE_READONLY, 0U);
+        EXPECT_TRUE(SetFileAttributesW(folder.Path(name).c_str(), FILE_ATTRIBUTE_NORMAL));
+    }
 }
 
 }  // namespace
