@@ -2,10 +2,17 @@
 include(CMakePackageConfigHelpers)
 
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/KaData)
-install(TARGETS KaData EXPORT KaDataTargets LIBRARY COMPONENT runtime NAMELINK_COMPONENT development)
+install(TARGETS KaData EXPORT KaDataTargets RUNTIME COMPONENT runtime LIBRARY COMPONENT runtime NAMELINK_COMPONENT development
+        ARCHIVE COMPONENT development)
 install(DIRECTORY include/kadata DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development)
 install(FILES platform/kadata_export.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/kadata/platform COMPONENT development)
-install(DIRECTORY platform/afx platform/win32 DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/kadata/platform COMPONENT development
+set(platform_headers platform/afx)
+if(WIN32)
+    install(FILES ${KADATA_RUNTIME_DLLS} TYPE BIN COMPONENT runtime)
+else()
+    list(APPEND platform_headers platform/win32)
+endif()
+install(DIRECTORY ${platform_headers} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/kadata/platform COMPONENT development
         FILES_MATCHING PATTERN "*.h")
 
 install(EXPORT KaDataTargets NAMESPACE KaData:: DESTINATION ${package_dir} COMPONENT development)
@@ -15,6 +22,9 @@ write_basic_package_version_file(${CMAKE_CURRENT_BINARY_DIR}/KaDataConfigVersion
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/KaDataConfig.cmake ${CMAKE_CURRENT_BINARY_DIR}/KaDataConfigVersion.cmake
         DESTINATION ${package_dir} COMPONENT development)
 
+if(WIN32)
+    return()
+endif()
 file(RELATIVE_PATH KADATA_PREFIX_FROM_PC /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
 configure_file(cmake/kadata.pc.in ${CMAKE_CURRENT_BINARY_DIR}/kadata.pc @ONLY)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/kadata.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT development)

@@ -1,26 +1,36 @@
 # The one dynamic library. Its objects are a target of their own so that tests and fuzz targets of inner parts can link them.
 find_package(Threads REQUIRED)
-find_package(PkgConfig REQUIRED)
-pkg_check_modules(ICU REQUIRED IMPORTED_TARGET icu-i18n icu-uc)
-pkg_check_modules(SQLITE REQUIRED IMPORTED_TARGET sqlite3)
+if(WIN32)
+    set(needed ntdll Threads::Threads)
+else()
+    find_package(PkgConfig REQUIRED)
+    pkg_check_modules(ICU REQUIRED IMPORTED_TARGET icu-i18n icu-uc)
+    pkg_check_modules(SQLITE REQUIRED IMPORTED_TARGET sqlite3)
+    set(needed PkgConfig::ICU PkgConfig::SQLITE Threads::Threads ${CMAKE_DL_LIBS})
+endif()
 
-target_link_libraries(kadata_objects PRIVATE PkgConfig::ICU PkgConfig::SQLITE Threads::Threads ${CMAKE_DL_LIBS})
+target_link_libraries(kadata_objects PRIVATE ${needed})
 
 add_library(KaData SHARED)
 add_library(KaData::KaData ALIAS KaData)
-target_link_libraries(KaData PRIVATE kadata_objects PkgConfig::ICU PkgConfig::SQLITE Threads::Threads ${CMAKE_DL_LIBS})
-set_target_properties(KaData PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
+target_link_libraries(KaData PRIVATE kadata_objects ${needed})
 target_compile_features(KaData PUBLIC cxx_std_20)
-if(NOT KADATA_SANITIZE)  # their run-time is in the program
-    target_link_options(KaData PRIVATE -Wl,--no-undefined)
-endif()
 target_include_directories(
-    KaData
-    PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include>
-           $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/platform>
-           $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/platform/afx>
-           $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/platform/win32>
-           $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>
-           $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/kadata/platform>
-           $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/kadata/platform/afx>
-           $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/kadata/platform/win32>)
+    KaData PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include>
+                  $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/platform>
+                  $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/platform/afx>
+                  $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>
+                  $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/kadata/platform>
+                  $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/kadata/platform/afx>)
+if(WIN32)
+    set_target_properties(KaData PROPERTIES OUTPUT_NAME KaData PREFIX "")
+    target_compile_definitions(KaData PUBLIC ${KADATA_WINDOWS_DEFINITIONS})
+    include(cmake/WindowsRuntime.cmake)
+else()
+    set_target_properties(KaData PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
+    target_include_directories(KaData PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/platform/win32>
+                                             $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/kadata/platform/win32>)
+    if(NOT KADATA_SANITIZE)  # their run-time is in the program
+        target_link_options(KaData PRIVATE -Wl,--no-undefined)
+    endif()
+endif()

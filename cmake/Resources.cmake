@@ -1,15 +1,22 @@
-# A host's own resources, compiled as the home platform does it. On Linux the library reads them from <program>.res beside the program,
-# and from resource-only modules.
+# A host's own resources, compiled as the home platform does it: on Windows they are linked in; on Linux the library reads them from
+# <program>.res beside the program. Resource-only modules are the same on both.
 find_program(KADATA_WINDRES x86_64-w64-mingw32-windres REQUIRED)
 find_program(KADATA_MODULE_LINKER x86_64-w64-mingw32-ld REQUIRED)
 
-# kadata_resources(target script.rc): <target>.res beside the program.
+# kadata_resources(target script.rc): in the program, or beside it.
 function(kadata_resources target script)
     set(source ${CMAKE_CURRENT_SOURCE_DIR}/${script})
-    set(compiled ${CMAKE_CURRENT_BINARY_DIR}/${target}.res)
+    if(WIN32)
+        set(compiled ${CMAKE_CURRENT_BINARY_DIR}/${target}.resources.o)
+        set(format coff)
+        target_sources(${target} PRIVATE ${compiled})
+    else()
+        set(compiled ${CMAKE_CURRENT_BINARY_DIR}/${target}.res)
+        set(format res)
+    endif()
     add_custom_command(
         OUTPUT ${compiled}
-        COMMAND ${KADATA_WINDRES} -c 65001 -O res -i ${source} -o ${compiled}
+        COMMAND ${KADATA_WINDRES} -c 65001 -O ${format} -i ${source} -o ${compiled}
         DEPENDS ${source}
         VERBATIM)
     add_custom_target(${target}_resources ALL DEPENDS ${compiled})

@@ -12,8 +12,13 @@ constinit std::atomic<BOOL> CLog::m_bInitialized{FALSE};
 
 namespace {
 
-constinit std::mutex creation;                // one thread makes the log file object
 constinit std::atomic<unsigned> printing{0};  // prints under way; Destroy waits for them
+
+// One thread makes the log file object. Inside a function because not every platform has mutexes that need no construction at load.
+std::mutex& Creation() {
+    static std::mutex creation;
+    return creation;
+}
 
 class PrintScope {
 public:
@@ -142,7 +147,7 @@ void CLog::PrintArgs(const CLogStatus& category, LPCTSTR format, const afx::Form
 }
 
 void CLog::InitLogFile() {
-    const std::lock_guard lock(creation);
+    const std::lock_guard lock(Creation());
     if (m_bInitialized.load()) {
         return;
     }

@@ -1,6 +1,7 @@
 // What belongs to this platform alone: the choice of the ANSI code page, and the one character for everything unreadable.
 
 #include <gtest/gtest.h>
+#include <tchar.h>
 #include <windows.h>
 
 #include "support/child_process.h"

@@ -4,6 +4,7 @@
 #include <shlobj.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <tchar.h>
 #include <windows.h>
 
 #include <string>

@@ -3,6 +3,7 @@
 #include <files/drive_table.h>
 #include <gtest/gtest.h>
 #include <stdlib.h>
+#include <tchar.h>
 #include <windows.h>
 #include <winioctl.h>
 

@@ -6,6 +6,7 @@
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <tchar.h>
 #include <windows.h>
 
 #include <string>

@@ -269,18 +269,19 @@ TEST(FileContents, ArePassedOnlyThroughAFileWithTheRight) {
 TEST(FilePosition, GoesWhereThePairOfHalvesSays) {
     const TempFolder folder;
     const test::Handle file(Open(folder.Write(_T("x"), "0123456789"), GENERIC_READ | GENERIC_WRITE));
+    using Sought = std::pair<DWORD, DWORD>;  // the place and the last error
     const auto seek = [file = HANDLE{file}](LONG low, LONG* high, DWORD method) {
         SetLastError(ERROR_SUCCESS);
         const DWORD place = SetFilePointer(file, low, high, method);
-        return std::pair(place, GetLastError());
+        return Sought(place, GetLastError());
     };
     LONG high = 2;
-    EXPECT_EQ(seek(-11, nullptr, FILE_END), std::pair(INVALID_SET_FILE_POINTER, ERROR_NEGATIVE_SEEK));
-    EXPECT_EQ(seek(0, nullptr, 3), std::pair(INVALID_SET_FILE_POINTER, ERROR_INVALID_PARAMETER));
-    EXPECT_EQ(seek(1, &high, FILE_BEGIN), std::pair(1U, ERROR_SUCCESS));
-    EXPECT_EQ(seek(0x7FFFFFFF, nullptr, FILE_CURRENT), std::pair(INVALID_SET_FILE_POINTER, ERROR_INVALID_PARAMETER));
+    EXPECT_EQ(seek(-11, nullptr, FILE_END), Sought(INVALID_SET_FILE_POINTER, ERROR_NEGATIVE_SEEK));
+    EXPECT_EQ(seek(0, nullptr, 3), Sought(INVALID_SET_FILE_POINTER, ERROR_INVALID_PARAMETER));
+    EXPECT_EQ(seek(1, &high, FILE_BEGIN), Sought(1, ERROR_SUCCESS));
+    EXPECT_EQ(seek(0x7FFFFFFF, nullptr, FILE_CURRENT), Sought(INVALID_SET_FILE_POINTER, ERROR_INVALID_PARAMETER));
     high = -1;
-    EXPECT_EQ(seek(-2, &high, FILE_CURRENT), std::pair(INVALID_SET_FILE_POINTER, ERROR_SUCCESS));
+    EXPECT_EQ(seek(-2, &high, FILE_CURRENT), Sought(INVALID_SET_FILE_POINTER, ERROR_SUCCESS));
     EXPECT_EQ(high, 1);
     EXPECT_TRUE(SetEndOfFile(file));
     LARGE_INTEGER size;

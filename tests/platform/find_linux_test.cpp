@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <stdio.h>
 #include <unistd.h>
+#include <tchar.h>
 #include <windows.h>
 
 #include <fstream>

@@ -1,6 +1,7 @@
 // The user's locale, which on this platform the environment names.
 
 #include <gtest/gtest.h>
+#include <tchar.h>
 #include <windows.h>
 
 #include <string>

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <tchar.h>
 #include <windows.h>
 
 #include <algorithm>

@@ -5,6 +5,7 @@
 #include <stdlib.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <tchar.h>
 #include <windows.h>
 
 #include <string>

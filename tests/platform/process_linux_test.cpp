@@ -2,6 +2,7 @@
 #include <signal.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <tchar.h>
 #include <windows.h>
 
 #include <filesystem>

@@ -1,6 +1,7 @@
 // Where the hives lie, and what is in their place when they cannot be used.
 
 #include <gtest/gtest.h>
+#include <tchar.h>
 #include <windows.h>
 
 #include <filesystem>

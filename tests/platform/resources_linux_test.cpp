@@ -1,6 +1,7 @@
 // Compiled .res files, the user's language, and damaged files, which the layer reads itself.
 
 #include <gtest/gtest.h>
+#include <tchar.h>
 #include <windows.h>
 
 #include <string>

@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <tchar.h>
 #include <windows.h>
 
 #include <thread>

@@ -2,6 +2,7 @@
 
 // An environment variable set (null: removed) for a scope.
 
+#include <tchar.h>
 #include <windows.h>
 
 #include <iterator>

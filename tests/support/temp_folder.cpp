@@ -1,6 +1,7 @@
 #include "temp_folder.h"
 
 #include <gtest/gtest.h>
+#include <tchar.h>
 
 #include <atomic>
 #include <filesystem>

@@ -1,7 +1,7 @@
 #pragma once
 
 // Rights count for root too inside such a scope: the thread's effective ids become those of "nobody". Without root it does
-// nothing. Linux only; where there are no such ids, Active() is false and a test skips what it would have shown.
+// nothing. Where a missing right cannot be had (Wine as root), Active() is false and a test leaves out what it would have shown.
 
 namespace test {
 
