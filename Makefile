@@ -5,15 +5,17 @@ DESTDIR ?=
 FUZZ_SECONDS ?= 60
 BUILD := build/$(PRESET)
 
-.PHONY: help setup build demo test test-sanitize test-windows bench fuzz install check clean
+.PHONY: help setup build demo test test-sanitize test-windows bench fuzz dist install check clean
 
 help:
 	@echo 'make demo           build, and run the demo host over its patient files'
 	@echo 'make test           build, and run the whole suite'
 	@echo 'make test-sanitize  the suite under the address, undefined behaviour and thread sanitizers'
+	@echo 'make test-windows   build for Windows too, run the whole suite there under Wine, and compare what both builds write'
 	@echo 'make bench          measure beside the peers; results in build/bench/results.json'
 	@echo 'make fuzz           every fuzz target for FUZZ_SECONDS (60) each'
 	@echo 'make check          formatting and static analysis'
+	@echo 'make dist           build/packages: a zip for Windows, a tar.gz and Debian packages for Linux'
 	@echo 'make install        into PREFIX (/usr/local), below DESTDIR'
 
 setup:
@@ -33,7 +35,14 @@ test-sanitize: setup
 	@scripts/test-sanitize
 
 test-windows:
-	@echo 'the Windows build is not there yet' >&2; exit 1
+	@scripts/setup build windows dist
+	@scripts/build linux
+	@scripts/build windows
+	@scripts/test-windows
+
+dist:
+	@scripts/setup build windows dist
+	@scripts/dist
 
 bench:
 	@scripts/setup build bench

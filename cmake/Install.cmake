@@ -22,7 +22,10 @@ write_basic_package_version_file(${CMAKE_CURRENT_BINARY_DIR}/KaDataConfigVersion
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/KaDataConfig.cmake ${CMAKE_CURRENT_BINARY_DIR}/KaDataConfigVersion.cmake
         DESTINATION ${package_dir} COMPONENT development)
 
-if(WIN32)
+install(FILES README.md CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT development)
+install(DIRECTORY docs DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT development)
+
+if(WIN32)  # no one asks pkg-config there
     return()
 endif()
 file(RELATIVE_PATH KADATA_PREFIX_FROM_PC /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)

@@ -7,7 +7,7 @@ set(CMAKE_RC_COMPILER x86_64-w64-mingw32-windres)
 
 set(KADATA_GOOGLETEST_SOURCE /usr/src/googletest CACHE PATH "GoogleTest from the source package")
 
-set(CMAKE_FIND_ROOT_PATH /usr/x86_64-w64-mingw32)
+list(APPEND CMAKE_FIND_ROOT_PATH /usr/x86_64-w64-mingw32)  # a host may name more
 set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
 set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <cstring>
 #include <string>
 
 namespace {
@@ -37,11 +36,8 @@ CString Joined(const std::vector<CString>& remarks) {
 
 }  // namespace
 
-CString FromConsole(const char* argument) {
-    const int length = static_cast<int>(std::strlen(argument));
-    CString text;
-    text.ReleaseBuffer(MultiByteToWideChar(CP_UTF8, 0, argument, length, text.GetBuffer(length + 1), length));
-    return text;
+void OpenConsole() {
+    SetConsoleOutputCP(CP_UTF8);
 }
 
 void PrintError(const CString& text) {

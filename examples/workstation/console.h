@@ -4,7 +4,8 @@
 
 #include "import.h"
 
-CString FromConsole(const char* argument);
+// Before the first line is printed.
+void OpenConsole();
 
 // One line on the error output.
 void PrintError(const CString& text);

@@ -1,9 +1,13 @@
 // A small workstation host: imports the patients that practice systems hand over, keeps them, and logs what was wrong.
 //
-//     workstation [--all] [DATA_FOLDER [OUTPUT_FOLDER]]
+//     workstation [--all] [--check] [DATA_FOLDER [OUTPUT_FOLDER]]
+//
+// --all     lists every patient, not only those with remarks
+// --check   writes nothing: compares the files that an earlier run, or another system's, left in the output folder
 
 #include <kadata/directory.h>
 #include <kadata/log.h>
+#include <shellapi.h>
 
 #include <cstdio>
 #include <exception>
@@ -17,19 +21,26 @@ struct SArguments {
     CString data = _T("examples\\workstation\\data");
     CString output = _T("build\\demo");
     bool all = false;
+    bool check = false;
 };
 
-SArguments ReadArguments(int count, char** texts) {
+// Not those of main(): they cannot hold every character on every system.
+SArguments ReadArguments() {
     SArguments arguments;
+    int count = 0;
     int place = 0;
+    LPWSTR* const texts = CommandLineToArgvW(GetCommandLineW(), &count);
     for (int i = 1; i < count; ++i) {
-        const CString text = FromConsole(texts[i]);
+        const CString text = texts[i];
         if (text == _T("--all")) {
             arguments.all = true;
+        } else if (text == _T("--check")) {
+            arguments.check = true;
         } else {
             (place++ == 0 ? arguments.data : arguments.output) = text;
         }
     }
+    LocalFree(texts);
     return arguments;
 }
 
@@ -39,11 +50,13 @@ int Run(const SArguments& arguments) {
         PrintError(_T("no patient could be read from \"") + arguments.data + _T("\""));
         return 1;
     }
-    CDirectory::Make(arguments.output);
     const CString archivePath = CDirectory::Concat(arguments.output, _T("patients.kda"));
     const CString recordsPath = CDirectory::Concat(arguments.output, _T("patients.tpat"));
-    WriteArchive(archivePath, import.patients);
-    WriteRecords(recordsPath, import.patients);
+    if (!arguments.check) {
+        CDirectory::Make(arguments.output);
+        WriteArchive(archivePath, import.patients);
+        WriteRecords(recordsPath, import.patients);
+    }
     const int different = CompareStored(import.patients, ReadArchive(archivePath), ReadRecords(recordsPath));
 
     PrintFiles(import);
@@ -56,10 +69,11 @@ int Run(const SArguments& arguments) {
 
 }  // namespace
 
-int main(int count, char** texts) {
+int main() {
+    OpenConsole();
     CLog::SetLogConfig({15, 20, 1000000});
     try {
-        return Run(ReadArguments(count, texts));
+        return Run(ReadArguments());
     } catch (CException* exception) {
         TCHAR text[512] = {};
         exception->GetErrorMessage(text, static_cast<UINT>(std::size(text)));

@@ -13,6 +13,7 @@
 #include "files/find.h"
 #include "files/volumes.h"
 #include "modules/modules.h"
+#include "process/console.h"
 #include "process/environment.h"
 #include "process/process.h"
 #include "registry/registry.h"
