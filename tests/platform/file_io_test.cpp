@@ -91,7 +91,6 @@ TEST(CreateFile, RefusesWhatItCannotMean) {
     }
     EXPECT_EQ(Outcome(Open(file, GENERIC_READ, kShareAll, TRUNCATE_EXISTING)),
               UnlessWine<DWORD>(ERROR_INVALID_PARAMETER, ERROR_SUCCESS));
-    EXPECT_EQ(Outcome(Open(folder.Path(), GENERIC_READ, kShareAll, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS)), ERROR_SUCCESS);
 }
 
 TEST(CreateFile, KeepsReadOnlyFilesAsTheyAre) {
@@ -102,10 +101,8 @@ TEST(CreateFile, KeepsReadOnlyFilesAsTheyAre) {
     created.Close();
     const std::pair<DWORD, DWORD> writing[] = {
         {GENERIC_WRITE, OPEN_EXISTING}, {FILE_APPEND_DATA, OPEN_ALWAYS}, {GENERIC_READ, CREATE_ALWAYS}};
-    for (const auto& [access, disposition] : writing) {
-        if (test::UnprivilegedScope().Active()) {
-            EXPECT_EQ(Outcome(Open(path, access, kShareAll, disposition)), ERROR_ACCESS_DENIED) << disposition;
-        }
+    for (int i = 0; i < 3 && test::UnprivilegedScope().Active(); ++i) {
+        EXPECT_EQ(Outcome(Open(path, writing[i].first, kShareAll, writing[i].second)), ERROR_ACCESS_DENIED) << i;
     }
     const auto remove = [&path] { return Open(path, DELETE, kShareAll, OPEN_EXISTING, FILE_FLAG_DELETE_ON_CLOSE); };
     EXPECT_EQ(Outcome(remove()), ERROR_ACCESS_DENIED);
@@ -136,12 +133,11 @@ TEST(ShareModes, EachSideMustAllowTheOther) {
         Use first, second;
         bool together;
     } rows[] = {
-        {kReader, kReader, true},          {kReader, kTolerantWriter, false},
-        {kTolerantReader, kWriter, true},  {kTolerantReader, kHiddenWriter, false},
-        {kWriter, kTolerantWriter, false}, {kTolerantWriter, kTolerantWriter, true},
-        {kWriter, kAppender, false},       {kAppender, kAppender, true},
-        {kAlone, kRemover, false},         {kAlone, kLooker, true},
-        {kAny, kTolerantWriter, false},    {kAny, kRemover, true},
+        {kReader, kReader, true},         {kReader, kTolerantWriter, false},
+        {kTolerantReader, kWriter, true}, {kTolerantReader, kHiddenWriter, false},
+        {kWriter, kAppender, false},      {kTolerantWriter, kTolerantWriter, true},
+        {kAlone, kRemover, false},        {kAlone, kLooker, true},
+        {kAny, kTolerantWriter, false},   {kAny, kRemover, true},
     };
     const TempFolder folder;
     const Text path = folder.Write(_T("file"), "kept");
@@ -243,15 +239,15 @@ TEST(FileContents, ArePassedOnlyThroughAFileWithTheRight) {
     const TempFolder folder;
     const Text path = folder.Write(_T("x"), "123");
     const HANDLE closed = Open(path, GENERIC_READ | GENERIC_WRITE);
-    const auto no_times = UnlessWine<DWORD>(5, 0), no_cut = UnlessWine<DWORD>(5, 0);
+    const auto unseen = UnlessWine<DWORD>(5, 0);  // Wine does not look at this right
     const struct {
         HANDLE handle;
         DWORD read, write, cut, flush, times, size;
     } rows[] = {
-        {Open(path, GENERIC_READ), 0, 5, UnlessWine<DWORD>(5, 87), 5, no_times, 0},
+        {Open(path, GENERIC_READ), 0, 5, UnlessWine<DWORD>(5, 87), 5, unseen, 0},
         {Open(path, GENERIC_WRITE), 5, 0, 0, 0, 0, 0},
-        {Open(path, FILE_APPEND_DATA), 5, 0, no_cut, 0, no_times, 0},
-        {Open(path, FILE_WRITE_ATTRIBUTES), 5, 5, no_cut, 5, 0, 0},
+        {Open(path, FILE_APPEND_DATA), 5, 0, unseen, 0, unseen, 0},
+        {Open(path, FILE_WRITE_ATTRIBUTES), 5, 5, unseen, 5, 0, 0},
         {CreateEventW(nullptr, TRUE, FALSE, nullptr), 6, 6, 6, 6, 6, 6},
         {closed, 6, 6, 6, 6, 6, 6},
     };
