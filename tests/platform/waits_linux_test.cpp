@@ -54,7 +54,7 @@ private:
 };
 
 // A signal goes to who waits at that moment, although nobody runs until later.
-TEST(SleepingThreads, AreReleasedByASignalThatIsTakenBackAtOnce) {
+TEST(LinuxProcesses, HaveSleepingThreadsReleasedByASignalThatIsTakenBackAtOnce) {
     for (const BOOL manual : {FALSE, TRUE}) {
         SCOPED_TRACE(manual);
         const Handle event(CreateEventW(nullptr, manual, FALSE, nullptr)), never(CreateEventW(nullptr, TRUE, FALSE, nullptr));
@@ -71,7 +71,7 @@ TEST(SleepingThreads, AreReleasedByASignalThatIsTakenBackAtOnce) {
     }
 }
 
-TEST(SleepingThreads, EachTakeOneOfSeveralSignals) {
+TEST(LinuxProcesses, HaveSleepingThreadsThatEachTakeOneOfSeveralSignals) {
     const Handle event(CreateEventW(nullptr, FALSE, FALSE, nullptr));
     Sleepers sleepers(3, [&] { return WaitForSingleObject(event, kPatience); });
     for (int i = 0; i < 3; ++i) {
