@@ -22,7 +22,7 @@ struct Limits {
     DWORD fileSize;
     DWORD fileCount;
 };
-constexpr Limits kKeepAll = {100000, 900};
+constexpr Limits kKeepAll = {30000, 900};
 constexpr Limits kKeepFew = {20000, 5};
 constexpr int kThreads = 2;
 constexpr DWORD kPatience = 600000;  // milliseconds
@@ -91,7 +91,7 @@ constexpr std::size_t kLargestMessage = 2 * (2 * 100 + 3 * 40 + 10);  // bytes, 
 
 TEST(LogProcesses, LoseAndMixNothing) {
     constexpr int kProcesses = 4;
-    constexpr int kMessages = 5000;
+    constexpr int kMessages = 1500;
     const TempFolder folder;
     std::vector<std::unique_ptr<ChildProcess>> children;
     for (int p = 0; p < kProcesses; ++p) {
@@ -116,7 +116,7 @@ TEST(LogProcesses, KeepNoMoreFilesThanTheMaximum) {
     const TempFolder folder;
     std::vector<std::unique_ptr<ChildProcess>> children;
     for (int p = 0; p < 4; ++p) {
-        children.push_back(StartWriter(folder, p * kThreads, 2000, _T("few")));
+        children.push_back(StartWriter(folder, p * kThreads, 700, _T("few")));
     }
     for (const auto& child : children) {
         while (!child->Wait(1)) {
@@ -132,7 +132,7 @@ TEST(LogProcesses, KeepNoMoreFilesThanTheMaximum) {
 
 TEST(LogProcesses, StayWholeWhileOneIsKilledAgainAndAgain) {
     constexpr int kSurvivors = 3;
-    constexpr int kMessages = 12000;
+    constexpr int kMessages = 4000;
     const TempFolder folder;
     std::vector<std::unique_ptr<ChildProcess>> survivors;
     for (int p = 0; p < kSurvivors; ++p) {

@@ -135,35 +135,22 @@ TEST(TimeZone, FollowsTheRuleOfTheDate) {
 TEST(TimeZone, OfTheProcessIsFollowedLikewise) {
     SKIP_OUTSIDE_CENTRAL_EUROPE();
     ExpectBerlin(nullptr);
-}
-
-TEST(TimeZone, OfTheProcessDecidesWhatALocalDateMeans) {
-    SKIP_OUTSIDE_CENTRAL_EUROPE();
-    constexpr __time64_t kDay = 1711843200;        // 2024-03-31 00:00 UTC
-    constexpr __time64_t kAutumnDay = 1729987200;  // 2024-10-27 00:00 UTC
-    constexpr int kHour = 3600;
-    const struct {
-        int month, day, hour, is_daylight;
-        __time64_t time;
-    } rows[] = {
-        {2, 31, 1, -1, kDay},
-        {2, 31, 3, -1, kDay + kHour},
-        {2, 31, 2, -1, kDay},                // left out
-        {2, 31, 3, 0, kDay + 2 * kHour},     // said to be standard time
-        {9, 27, 2, -1, kAutumnDay + kHour},  // the second of two
-        {9, 27, 2, 1, kAutumnDay},           // the first
-        {8, 57, 2, -1, kAutumnDay + kHour},  // a day that its month does not have
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(testing::PrintToString(std::tuple(row.month, row.day, row.hour, row.is_daylight)));
+    const auto seconds = [](int month, int day, int is_daylight, int hour) {
         std::tm tm{};
         tm.tm_year = 124;
-        tm.tm_mon = row.month;
-        tm.tm_mday = row.day;
-        tm.tm_hour = row.hour;
-        tm.tm_isdst = row.is_daylight;
-        EXPECT_EQ(_mktime64(&tm), row.time);
-    }
+        tm.tm_mon = month - 1;
+        tm.tm_mday = day;
+        tm.tm_hour = hour;
+        tm.tm_isdst = is_daylight;
+        return _mktime64(&tm);
+    };
+    constexpr __time64_t kDay = 1711843200, kAutumnDay = 1729987200;  // 2024-03-31 and 2024-10-27 at 00:00 UTC
+    constexpr int kHour = 3600;
+    EXPECT_EQ(seconds(3, 31, -1, 3), kDay + kHour);
+    EXPECT_EQ(seconds(3, 31, -1, 2), kDay) << "left out";
+    EXPECT_EQ(seconds(3, 31, 0, 3), kDay + 2 * kHour) << "said to be standard time";
+    EXPECT_EQ(seconds(10, 27, 1, 2), kAutumnDay) << "the first of two";
+    EXPECT_EQ(seconds(9, 57, -1, 2), kAutumnDay + kHour) << "the second, of a day that its month does not have";
 }
 
 TEST(Clock, ItsFacesAgree) {
