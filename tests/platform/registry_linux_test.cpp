@@ -42,7 +42,7 @@ std::string Read(HKEY hive) {
     return status == ERROR_SUCCESS ? bytes.substr(0, size) : "error " + std::to_string(status);
 }
 
-class RegistryLinux : public testing::Test {
+class LinuxHives : public testing::Test {
 protected:
     void UseFolder(const TCHAR* name) const { SetEnvironmentVariableW(_T("KADATA_REGISTRY_DIR"), folder_.Path(name).c_str()); }
 
@@ -52,7 +52,7 @@ private:
     const test::InEnvironment hives_{_T("KADATA_REGISTRY_DIR"), folder_.Path(_T("new\\hives")).c_str()};
 };
 
-TEST_F(RegistryLinux, IsTwoFilesThatOnlyWritingCreates) {
+TEST_F(LinuxHives, AreTwoFilesThatOnlyWritingCreates) {
     EXPECT_EQ(Read(HKEY_CURRENT_USER), "error 2");
     EXPECT_FALSE(folder_.Has(_T("new")));
     EXPECT_EQ(Write(HKEY_CURRENT_USER, "user"), ERROR_SUCCESS);
@@ -67,7 +67,7 @@ TEST_F(RegistryLinux, IsTwoFilesThatOnlyWritingCreates) {
     EXPECT_TRUE(folder_.Has(_T("config\\kadata\\user.registry")));
 }
 
-TEST_F(RegistryLinux, ReadsAsEmptyWhereTheFileIsNoHiveAndLeavesItAlone) {
+TEST_F(LinuxHives, ReadAsEmptyWhereTheFileIsNoneAndLeaveItAlone) {
     UseFolder(_T("damaged"));
     folder_.MakeFolder(_T("damaged"));
     const std::string garbage(5000, '?');
@@ -77,7 +77,7 @@ TEST_F(RegistryLinux, ReadsAsEmptyWhereTheFileIsNoHiveAndLeavesItAlone) {
     EXPECT_EQ(folder_.Read(_T("damaged\\user.registry")), garbage);
 }
 
-TEST_F(RegistryLinux, MachinesHiveIsReadByUsersWhoMayNotWriteIt) {
+TEST_F(LinuxHives, AreReadByUsersWhoMayNotWriteThem) {
     folder_.MakeFolder(_T("hives"));
     UseFolder(_T("hives"));
     ASSERT_EQ(Write(HKEY_LOCAL_MACHINE, "for all"), ERROR_SUCCESS);

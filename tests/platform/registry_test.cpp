@@ -28,8 +28,10 @@ protected:
         return disposition;
     }
 
+    // No terminator lies behind the bytes: a system may count one that a text was meant to have.
     static DWORD Set(HKEY key, const TCHAR* name, DWORD type, const std::string& bytes) {
-        const auto* const data = reinterpret_cast<const BYTE*>(bytes.data());
+        const std::string longer = bytes + "more";
+        const auto* const data = reinterpret_cast<const BYTE*>(longer.data());
         return static_cast<DWORD>(RegSetValueExW(key, name, 0, type, data, static_cast<DWORD>(bytes.size())));
     }
 

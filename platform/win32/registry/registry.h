@@ -56,8 +56,9 @@ KADATA_API LSTATUS RegCreateKeyExW(HKEY key, LPCWSTR path, DWORD reserved, LPWST
 // ERROR_FILE_NOT_FOUND; ERROR_ACCESS_DENIED when the key was opened without KEY_QUERY_VALUE.
 KADATA_API LSTATUS RegQueryValueExW(HKEY key, LPCWSTR name, LPDWORD reserved, LPDWORD type, LPBYTE data, LPDWORD size) noexcept;
 
-// Writes `size` bytes as they are. On disk after a crash of the process; after a power failure the latest ones may be missing,
-// never half of one. ERROR_ACCESS_DENIED; ERROR_BUSY when another process held the hive for five seconds; ERROR_KEY_DELETED.
+// Writes `size` bytes as they are; a terminator behind them is not looked for. On disk after a crash of the process; after a
+// power failure the latest ones may be missing, never half of one. ERROR_ACCESS_DENIED; ERROR_BUSY when another process held the
+// hive for five seconds; ERROR_KEY_DELETED.
 KADATA_API LSTATUS RegSetValueExW(HKEY key, LPCWSTR name, DWORD reserved, DWORD type, const BYTE* data, DWORD size) noexcept;
 
 KADATA_API LSTATUS RegDeleteValueW(HKEY key, LPCWSTR name) noexcept;
