@@ -1,6 +1,7 @@
 #pragma once
 
-// What the platform layer has to say to a technician. The layer knows nothing of the library's log; the library hands in where lines go.
+// What the platform layer has to say to a technician. The layer knows nothing of the library's log; the library hands in where
+// lines go.
 
 #include <windows.h>
 

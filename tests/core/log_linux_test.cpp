@@ -48,7 +48,7 @@ CLogFile::SOptions Options(const test::TempFolder& folder) {
 
 __time64_t clock_now = 1000000000;
 
-TEST(LinuxLinks, TakenFromAnOpenLogLetItGoOnInANewFile) {
+TEST(LinuxFiles, TakenFromAnOpenLogLetItGoOnInANewFile) {
     const test::TempFolder folder;
     CLogFile::SOptions options = Options(folder);
     options.m_pfnClock = [] { return clock_now; };
@@ -60,7 +60,7 @@ TEST(LinuxLinks, TakenFromAnOpenLogLetItGoOnInANewFile) {
     EXPECT_EQ(test::ReadLogLines(folder.Path(_T("TARVO000.log"))), std::vector<std::string>{"kept"});
 }
 
-TEST(LinuxDevices, MayBeFullAndTheLogIsWholeAgainWhenThereIsRoom) {
+TEST(LinuxFiles, MayBeFullAndTheLogIsWholeAgainWhenThereIsRoom) {
     for (int full_at = 0; full_at < 4; ++full_at) {
         for (const std::size_t fits : {0, 1, 2, 3, 7, 14}) {
             SCOPED_TRACE(testing::Message() << "write " << full_at << ", " << fits << " bytes fit");

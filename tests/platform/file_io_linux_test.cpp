@@ -63,7 +63,7 @@ DWORD FoundAttributes(const Text& pattern) {
     return found.dwFileAttributes;
 }
 
-TEST(LinuxLinks, AreSeenMovedAndDeletedThemselvesAndFollowedByOpens) {
+TEST(LinuxFiles, AreSeenMovedAndDeletedThemselvesAndFollowedByOpens) {
     const LinkFolder folder;
     const struct {
         const TCHAR* name;
@@ -107,7 +107,7 @@ TEST(LinuxLinks, AreSeenMovedAndDeletedThemselvesAndFollowedByOpens) {
     EXPECT_EQ(folder.Read(_T("file")), "contents");
 }
 
-TEST(LinuxLinks, AreOpenedAndDisposedRelativeToTheirFolder) {
+TEST(LinuxFiles, AreOpenedAndDisposedRelativeToTheirFolder) {
     const LinkFolder folder;
     const test::Handle base(Open(folder.Path(), FILE_LIST_DIRECTORY | SYNCHRONIZE));
     const struct {
@@ -133,7 +133,7 @@ TEST(LinuxLinks, AreOpenedAndDisposedRelativeToTheirFolder) {
     EXPECT_EQ(folder.Read(_T("file")), "contents");
 }
 
-TEST(LinuxDevices, AnswerAtOnce) {
+TEST(LinuxFiles, AnswerAtOnce) {
     const TempFolder folder;
     DWORD count = 1;
     char byte = 'x';
@@ -164,7 +164,7 @@ TEST(LinuxDevices, AnswerAtOnce) {
     EXPECT_EQ(Outcome(Open(_T("\\\\?\\R:"), 0)), ERROR_FILE_NOT_FOUND);
 }
 
-TEST(LinuxDevices, ShortOfRoomTellWhatWentOutAndKeepNoHalfCopy) {
+TEST(LinuxFiles, ShortOfRoomTellWhatWentOutAndKeepNoHalfCopy) {
     const TempFolder folder;
     const std::string bytes(300'000, 'x');
     const Text from = folder.Write(_T("from"), bytes);

@@ -54,7 +54,7 @@ std::string Read(HANDLE file, DWORD size, std::optional<ULONGLONG> at = {}) {
     return done ? bytes.substr(0, read) : "error " + std::to_string(GetLastError());
 }
 
-TEST(CreateFile, DispositionsDecideByWhatIsThere) {
+TEST(FileOpening, DispositionsDecideByWhatIsThere) {
     const struct {
         DWORD disposition;
         DWORD on_file, on_nothing, on_folder;  // the last error, of a success too
@@ -83,7 +83,7 @@ TEST(CreateFile, DispositionsDecideByWhatIsThere) {
     }
 }
 
-TEST(CreateFile, RefusesWhatItCannotMean) {
+TEST(FileOpening, RefusesWhatItCannotMean) {
     const TempFolder folder;
     const Text file = folder.Write(_T("file"), "");
     for (const DWORD disposition : {0U, 6U}) {
@@ -93,7 +93,7 @@ TEST(CreateFile, RefusesWhatItCannotMean) {
               UnlessWine<DWORD>(ERROR_INVALID_PARAMETER, ERROR_SUCCESS));
 }
 
-TEST(CreateFile, KeepsReadOnlyFilesAsTheyAre) {
+TEST(FileOpening, KeepsReadOnlyFilesAsTheyAre) {
     const TempFolder folder;
     const Text path = folder.Path(_T("read-only"));
     test::Handle created(Open(path, GENERIC_WRITE, 0, CREATE_NEW, FILE_ATTRIBUTE_READONLY));

@@ -33,7 +33,7 @@ Text FinalPath(const Text& path) {
     return final;
 }
 
-TEST(LinuxDrives, AndNetworkPathsLieBelowTheirRoots) {
+TEST(LinuxFiles, AndNetworkPathsLieBelowTheirRoots) {
     const TempFolder folder;
     const std::string root = Native(folder.Path());
     folder.MakeFolder(_T("drive\\sub"));
@@ -71,7 +71,7 @@ TEST(LinuxDrives, AndNetworkPathsLieBelowTheirRoots) {
     unsetenv("KADATA_DRIVES");
 }
 
-TEST(LinuxNames, AreKeptAndFoundAsTheyAreStored) {
+TEST(LinuxFiles, AreKeptAndFoundAsTheyAreStored) {
     const TempFolder folder;
     const struct {
         std::string native;
@@ -99,7 +99,7 @@ TEST(LinuxNames, AreKeptAndFoundAsTheyAreStored) {
     EXPECT_EQ(ErrorOf(folder.Path(Text(32768, u'n'))), ERROR_FILENAME_EXCED_RANGE);
 }
 
-TEST(LinuxNames, TakenByAnotherMeanwhileAreSparedByADisposal) {
+TEST(LinuxFiles, TakenByAnotherMeanwhileAreSparedByADisposal) {
     const TempFolder folder;
     const std::string victim = Native(folder.Write(_T("x"), "first"));
     const test::Handle base(Open(folder.Path(), FILE_LIST_DIRECTORY | SYNCHRONIZE));
@@ -113,7 +113,7 @@ TEST(LinuxNames, TakenByAnotherMeanwhileAreSparedByADisposal) {
     EXPECT_EQ(folder.Read(_T("x-moved")), "first") << "what was moved out of reach is not looked for";
 }
 
-TEST(LinuxNames, ThatAListingShowsCanAllBeOpened) {
+TEST(LinuxFiles, ThatAListingShowsCanAllBeOpened) {
     const TempFolder folder;
     const test::Handle base(Open(folder.Path(), FILE_LIST_DIRECTORY | SYNCHRONIZE));
     for (const std::string name : {"what?", "a\\b", "*", "caf\xE9", "\"<|>"}) {
@@ -130,7 +130,7 @@ TEST(LinuxNames, ThatAListingShowsCanAllBeOpened) {
     EXPECT_EQ(test::List(base, 4096, calls).size(), 2U) << "the dots";
 }
 
-TEST(LinuxNames, AreFoundOnceAlthoughEachIsRenamedAsItIsFound) {
+TEST(LinuxFiles, AreFoundOnceAlthoughEachIsRenamedAsItIsFound) {
     const TempFolder folder;
     for (int i = 0; i < 3000; ++i) {
         folder.Write(_T("f") + test::Widen(std::to_string(i)), "");

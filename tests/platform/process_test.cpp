@@ -81,7 +81,7 @@ Started RunProgram(const TCHAR* application, Text line, Text environment = {}, c
     return started;
 }
 
-TEST(CreateProcess, SplitsTheCommandLineByTheRules) {
+TEST(ProcessStart, SplitsTheCommandLineByTheRules) {
     EXPECT_EQ(RunProgram(nullptr, _T("\"") + OwnPath() + _T("\" --child=CheckArguments") + kWritten).exit_code, 0U);
     EXPECT_EQ(RunProgram(OwnPath().c_str(), _T("anything --child=CheckArguments") + kWritten).exit_code, 0U);
 
@@ -93,7 +93,7 @@ TEST(CreateProcess, SplitsTheCommandLineByTheRules) {
     LocalFree(list);
 }
 
-TEST(CreateProcess, GivesEnvironmentAndDirectory) {
+TEST(ProcessStart, GivesEnvironmentAndDirectory) {
     const TempFolder folder;
     folder.Write(_T("here"), "");
     const Text line = _T("\"") + OwnPath() + _T("\" --child=CheckSurroundings \"") + kValue + _T("\" here");
@@ -108,7 +108,7 @@ TEST(CreateProcess, GivesEnvironmentAndDirectory) {
     EXPECT_EQ(RunProgram(nullptr, line, environment, folder.Path(_T("here")).c_str()).error, ERROR_DIRECTORY);
 }
 
-TEST(CreateProcess, SaysWhyItCannot) {
+TEST(ProcessStart, SaysWhyItCannot) {
     const TempFolder folder;
     EXPECT_EQ(RunProgram(nullptr, _T("no-such-program-anywhere a b")).error, ERROR_FILE_NOT_FOUND);
     EXPECT_EQ(RunProgram(folder.Path(_T("none")).c_str(), {}).error, ERROR_FILE_NOT_FOUND);

@@ -67,14 +67,21 @@ TEST_F(LinuxHives, AreTwoFilesThatOnlyWritingCreates) {
     EXPECT_TRUE(folder_.Has(_T("config\\kadata\\user.registry")));
 }
 
-TEST_F(LinuxHives, ReadAsEmptyWhereTheFileIsNoneAndLeaveItAlone) {
+TEST_F(LinuxHives, ArePutAsideWhenTheyAreNone) {
     UseFolder(_T("damaged"));
     folder_.MakeFolder(_T("damaged"));
     const std::string garbage(5000, '?');
     folder_.Write(_T("damaged\\user.registry"), garbage);
     EXPECT_EQ(Read(HKEY_CURRENT_USER), "error 2");
-    EXPECT_EQ(Write(HKEY_CURRENT_USER, "x"), ERROR_BADDB);
-    EXPECT_EQ(folder_.Read(_T("damaged\\user.registry")), garbage);
+    EXPECT_EQ(Write(HKEY_CURRENT_USER, "x"), ERROR_SUCCESS);
+    EXPECT_EQ(Read(HKEY_CURRENT_USER), "x");
+    std::string kept;
+    for (const fs::directory_entry& entry : fs::directory_iterator(test::Native(folder_.Path(_T("damaged"))))) {
+        if (entry.path().filename().string().starts_with("user.registry.damaged-20")) {
+            kept = test::ReadBytes(folder_.Path(_T("damaged\\") + test::Widen(entry.path().filename().string())));
+        }
+    }
+    EXPECT_EQ(kept, garbage);
 }
 
 TEST_F(LinuxHives, AreReadByUsersWhoMayNotWriteThem) {

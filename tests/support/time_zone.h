@@ -4,6 +4,9 @@
 
 namespace test {
 
+// Before the first test: one zone for the system and the C run-time.
+void UseSystemZone();
+
 bool InCentralEurope();
 
 }  // namespace test

@@ -17,14 +17,14 @@ using test::TempFolder;
 namespace {
 
 // A tree, and beside it a directory with a file that has to stay.
-class LinuxLinks : public testing::Test {
+class LinuxFiles : public testing::Test {
 protected:
-    LinuxLinks() {
+    LinuxFiles() {
         m_folder.MakeFolder(_T("tree\\a\\b"));
         m_folder.MakeFolder(_T("outside"));
         m_folder.Write(_T("outside\\canary"), "alive");
     }
-    ~LinuxLinks() override { EXPECT_EQ(m_folder.Read(_T("outside\\canary")), "alive"); }
+    ~LinuxFiles() override { EXPECT_EQ(m_folder.Read(_T("outside\\canary")), "alive"); }
 
     std::string Path(LPCTSTR name) const { return Native(m_folder.Path(name)); }
     void Link(const std::string& target, LPCTSTR name) const { ASSERT_EQ(symlink(target.c_str(), Path(name).c_str()), 0); }
@@ -51,7 +51,7 @@ protected:
 
 }  // namespace
 
-TEST_F(LinuxLinks, AreRemovedThemselves) {
+TEST_F(LinuxFiles, AreRemovedThemselves) {
     Link(Path(_T("outside")), _T("tree\\to a directory"));
     Link(Path(_T("outside\\canary")), _T("tree\\a\\to a file"));
     Link("nowhere", _T("tree\\broken"));
@@ -63,7 +63,7 @@ TEST_F(LinuxLinks, AreRemovedThemselves) {
 
 // One thread removes; another one takes a directory out of the tree and puts a link to the outside into its place, and back.
 // Both hold files of the same names, so that whoever goes by paths deletes outside.
-TEST_F(LinuxLinks, SwappedInMeanwhileAreNotFollowed) {
+TEST_F(LinuxFiles, SwappedInMeanwhileAreNotFollowed) {
     const std::string inner = Path(_T("tree\\a\\b")), aside = Path(_T("aside")), outside = Path(_T("outside"));
     const auto fill = [&](const test::Text& name) {
         m_folder.MakeFolder(name);

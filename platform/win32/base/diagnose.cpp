@@ -1,12 +1,11 @@
 #include "diagnose.h"
 
 #include <deque>
-#include <new>
 #include <mutex>
+#include <new>
 #include <string>
 
 #include "../../diagnostics.h"
-
 
 namespace kawin {
 namespace {

@@ -94,7 +94,8 @@ const std::uint32_t* Database::SharedIndex() const noexcept {
     }
     void volatile* region = nullptr;
     const int result = file->pMethods->xShmMap(file, 0, kIndexRegion, 0, &region);
-    return result == SQLITE_OK || result == SQLITE_READONLY ? static_cast<const std::uint32_t*>(const_cast<void*>(region)) : nullptr;
+    return result == SQLITE_OK || result == SQLITE_READONLY ? static_cast<const std::uint32_t*>(const_cast<void*>(region))
+                                                            : nullptr;
 }
 
 Run::Run(const Database& database, Statement& statement) noexcept {
@@ -117,8 +118,8 @@ Run& Run::Bind(std::int64_t value) noexcept {
 }
 
 Run& Run::Bind(std::u16string_view text) noexcept {
-    Note(sqlite3_bind_text16(statement_, next_++, text.empty() ? u"" : text.data(), static_cast<int>(text.size() * sizeof(char16_t)),
-                             SQLITE_STATIC));
+    Note(sqlite3_bind_text16(statement_, next_++, text.empty() ? u"" : text.data(),
+                             static_cast<int>(text.size() * sizeof(char16_t)), SQLITE_STATIC));
     return *this;
 }
 
@@ -141,7 +142,8 @@ std::string_view Run::Bytes(int column) const noexcept {
 std::u16string_view Run::Text(int column) const noexcept {
     const auto* const text = static_cast<const char16_t*>(sqlite3_column_text16(statement_, column));
     const int bytes = sqlite3_column_bytes16(statement_, column);
-    return text == nullptr ? std::u16string_view() : std::u16string_view(text, static_cast<std::size_t>(bytes) / sizeof(char16_t));
+    return text == nullptr ? std::u16string_view()
+                           : std::u16string_view(text, static_cast<std::size_t>(bytes) / sizeof(char16_t));
 }
 
 Transaction::~Transaction() {

@@ -53,8 +53,8 @@ public:
     int Commit() noexcept;
     void RollBack() noexcept;
 
-    // The index of the write-ahead log that all processes with this database share, as far as it starts; null where there is none.
-    // Valid until Close.
+    // The index of the write-ahead log that all processes with this database share, as far as it starts; null where there is
+    // none. Valid until Close.
     const std::uint32_t* SharedIndex() const noexcept;
 
 private:

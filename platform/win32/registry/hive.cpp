@@ -6,10 +6,10 @@
 #include <map>
 #include <memory>
 
+#include "../base/diagnose.h"
 #include "../base/utf.h"
 #include "../process/native_environment.h"
 #include "../process/process.h"
-#include "../base/diagnose.h"
 
 namespace kawin {
 namespace {
@@ -192,7 +192,8 @@ LSTATUS Hive::AfterReading(LSTATUS status) {
         Diagnose(u"A row of the settings database " + FromFileName(file_) + u" is damaged; its setting has its default");
         return ERROR_FILE_NOT_FOUND;
     }
-    return Is(status, ERROR_CANTOPEN) || Is(status, ERROR_REVISION_MISMATCH) ? static_cast<LSTATUS>(ERROR_FILE_NOT_FOUND) : status;
+    return Is(status, ERROR_CANTOPEN) || Is(status, ERROR_REVISION_MISMATCH) ? static_cast<LSTATUS>(ERROR_FILE_NOT_FOUND)
+                                                                             : status;
 }
 
 // A change that went to a file which was put aside meanwhile has to be made again, and so has one that found the damage itself.

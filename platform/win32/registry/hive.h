@@ -2,9 +2,9 @@
 
 // One hive: the file, this process's connection to it, and what was read from it. Internal to the layer. Safe from every thread.
 //
-// A hive that is missing is empty. One that is damaged is put aside where that can be done, and is empty otherwise; the next write makes a
-// new one. Whether the file is still the one that was opened is looked up at each call that goes to the database, and once a second by
-// those that are answered from what was read before.
+// A hive that is missing is empty. One that is damaged is put aside where that can be done, and is empty otherwise; the next
+// write makes a new one. Whether the file is still the one that was opened is looked up at each call that goes to the database,
+// and once a second by those that are answered from what was read before.
 
 #include <atomic>
 #include <mutex>
@@ -24,7 +24,8 @@ public:
 
     const std::string& File() const noexcept { return file_; }
 
-    // Answered from memory while nobody writes: `take(answer)` is called with the cached answer, under a lock, and its result returned.
+    // Answered from memory while nobody writes: `take(answer)` is called with the cached answer, under a lock, and its result
+    // returned.
     template <class Take>
     LSTATUS Ask(const CacheQuestion& question, Take take) {
         {
@@ -47,7 +48,8 @@ public:
         return AfterReading(status);
     }
 
-    // `work(tables)` in a transaction of its own. Made again over a new database when the old one turns out to be damaged or replaced.
+    // `work(tables)` in a transaction of its own. Made again over a new database when the old one turns out to be damaged or
+    // replaced.
     template <class Work>
     LSTATUS Writing(Work work) {
         return Changing([&work](HiveTables& tables) -> LSTATUS {

@@ -11,9 +11,9 @@
 
 namespace kawin {
 
-// The state of a database's write-ahead log, which every commit of any process changes: the first of the two headers of the log's index
-// (sqlite.org/walformat.html, 2.1), which all processes share in memory. A commit that has returned to its caller is in it, and so
-// equal marks mean equal contents.
+// The state of a database's write-ahead log, which every commit of any process changes: the first of the two headers of the log's
+// index (sqlite.org/walformat.html, 2.1), which all processes share in memory. A commit that has returned to its caller is in it,
+// and so equal marks mean equal contents.
 class CommitMark {
 public:
     CommitMark() = default;
@@ -38,8 +38,8 @@ struct CachedAnswer {
     std::string bytes;
 };
 
-// A question as it was asked: names in another case are another question. `value` without name is the key's default value, no `value` at
-// all is the key itself.
+// A question as it was asked: names in another case are another question. `value` without name is the key's default value, no
+// `value` at all is the key itself.
 struct CacheQuestion {
     KeyId from;
     std::u16string_view path;
@@ -52,7 +52,8 @@ public:
     // Null when the answer is not known, or not known to be right any more.
     const CachedAnswer* Find(const CommitMark& now, const CacheQuestion& question) const;
 
-    // An answer that was true when the mark was `then`. Answers of another mark are forgotten, and all of them when they are many.
+    // An answer that was true when the mark was `then`. Answers of another mark are forgotten, and all of them when they are
+    // many.
     void Keep(const CommitMark& then, const CacheQuestion& question, CachedAnswer answer);
 
     void Clear() noexcept { answers_.clear(); }

@@ -8,11 +8,11 @@
 #include <time.h>
 #include <unistd.h>
 
+#include "../base/diagnose.h"
 #include "../base/path_map.h"
 #include "../base/utf.h"
 #include "../files/xdg.h"
 #include "../process/native_environment.h"
-#include "../base/diagnose.h"
 
 namespace kawin {
 namespace {

@@ -42,8 +42,8 @@ private:
     int folder_;
 };
 
-// Gives the damaged hive `file`, as long as it is still `which`, a name with the time in it, together with the files of its log, and says
-// so in a diagnostic line. False when it is another file by now or cannot be renamed.
+// Gives the damaged hive `file`, as long as it is still `which`, a name with the time in it, together with the files of its log,
+// and says so in a diagnostic line. False when it is another file by now or cannot be renamed.
 bool PutHiveAside(const std::string& file, const FileIdentity& which);
 
 }  // namespace kawin

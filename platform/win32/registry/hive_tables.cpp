@@ -12,11 +12,11 @@ namespace kawin {
 namespace {
 
 constexpr std::int64_t kLayoutVersion = 2;
-constexpr std::int64_t kApplication = 0x4B415252;  // "KARR"
+constexpr std::int64_t kApplication = 0x4B415252;   // "KARR"
 constexpr KeyId kHighestId = (KeyId{1} << 53) - 1;  // exact in every tool that shows it
 
-// Texts are UTF-16, so that SQLite itself can show the values that are texts. Ids are random: a handle of a removed key, or of a hive
-// that was replaced, can never come to mean another key. The view is for technicians; nothing here reads it.
+// Texts are UTF-16, so that SQLite itself can show the values that are texts. Ids are random: a handle of a removed key, or of a
+// hive that was replaced, can never come to mean another key. The view is for technicians; nothing here reads it.
 constexpr const char* kLayout =
     "CREATE TABLE keys ("
     " parent INTEGER NOT NULL, folded TEXT NOT NULL, id INTEGER NOT NULL UNIQUE, name TEXT NOT NULL, \"check\" INTEGER NOT NULL,"
@@ -31,7 +31,8 @@ constexpr const char* kLayout =
     " SELECT path.text AS key, entries.name AS name, type, CASE"
     "  WHEN type IN (1, 2) THEN rtrim(CAST(data AS TEXT), char(0))"
     "  WHEN type = 4 AND length(data) = 4 THEN (SELECT"
-    "   (instr(digit.text, substr(hex(data), 7, 1)) - 1) * 268435456 + (instr(digit.text, substr(hex(data), 8, 1)) - 1) * 16777216 +"
+    "   (instr(digit.text, substr(hex(data), 7, 1)) - 1) * 268435456 + (instr(digit.text, substr(hex(data), 8, 1)) - 1) * "
+    "16777216 +"
     "   (instr(digit.text, substr(hex(data), 5, 1)) - 1) * 1048576 + (instr(digit.text, substr(hex(data), 6, 1)) - 1) * 65536 +"
     "   (instr(digit.text, substr(hex(data), 3, 1)) - 1) * 4096 + (instr(digit.text, substr(hex(data), 4, 1)) - 1) * 256 +"
     "   (instr(digit.text, substr(hex(data), 1, 1)) - 1) * 16 + instr(digit.text, substr(hex(data), 2, 1)) - 1 FROM digit)"

@@ -1,10 +1,10 @@
 #pragma once
 
-// The tree of a hive in its two tables, over an open database. Internal to the layer. For one thread at a time; calls that write more
-// than one row are made inside a transaction of the caller's.
+// The tree of a hive in its two tables, over an open database. Internal to the layer. For one thread at a time; calls that write
+// more than one row are made inside a transaction of the caller's.
 //
-// Every row carries a check value (CRC-32, zlib's), so that a flipped bit in the file is never taken for a value. It does not cover the
-// name as it was first written, which only enumeration shows.
+// Every row carries a check value (CRC-32, zlib's), so that a flipped bit in the file is never taken for a value. It does not
+// cover the name as it was first written, which only enumeration shows.
 
 #include <functional>
 #include <string>
@@ -40,8 +40,8 @@ public:
 
     Database& GetDatabase() noexcept { return database_; }
 
-    // Opens the file; creating lays the tables out where they are missing. ERROR_FILE_NOT_FOUND for an empty file, ERROR_BADDB for one that
-    // is no hive, ERROR_REVISION_MISMATCH for one that a later version made.
+    // Opens the file; creating lays the tables out where they are missing. ERROR_FILE_NOT_FOUND for an empty file, ERROR_BADDB
+    // for one that is no hive, ERROR_REVISION_MISMATCH for one that a later version made.
     LSTATUS Open(const std::string& file, bool create);
     void Close() noexcept;
     void Abandon() noexcept;
@@ -92,9 +92,9 @@ private:
     Statement value_at_{"SELECT name, folded FROM entries WHERE key = ? ORDER BY folded LIMIT 1 OFFSET ?"};
     Statement count_keys_{"SELECT count(*), max(length(CAST(name AS BLOB))) / 2 FROM keys WHERE parent = ?"};
     Statement count_values_{"SELECT count(*), max(length(CAST(name AS BLOB))) / 2, max(length(data)) FROM entries WHERE key = ?"};
-    Statement* const statements_[15] = {&find_key_,   &add_key_,   &key_exists_,    &read_value_,          &write_value_,
-                                        &remove_value_, &has_child_, &remove_key_,  &remove_values_,       &remove_values_below_,
-                                        &remove_keys_below_, &key_at_, &value_at_,  &count_keys_,          &count_values_};
+    Statement* const statements_[15] = {&find_key_,          &add_key_,   &key_exists_, &read_value_,    &write_value_,
+                                        &remove_value_,      &has_child_, &remove_key_, &remove_values_, &remove_values_below_,
+                                        &remove_keys_below_, &key_at_,    &value_at_,   &count_keys_,    &count_values_};
 };
 
 // Simple case folding, unit by unit: how names are compared.

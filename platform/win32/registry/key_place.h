@@ -54,12 +54,12 @@ struct KeyPlace {
     }
 };
 
-// The places that a handle and a path stand for, the first one first: two for the classes root, which shows the user's classes before the
-// machine's, else one.
+// The places that a handle and a path stand for, the first one first: two for the classes root, which shows the user's classes
+// before the machine's, else one.
 class KeyPlaces {
 public:
-    // ERROR_INVALID_HANDLE; ERROR_ACCESS_DENIED when the handle lacks a right of `access`; ERROR_BAD_PATHNAME for a path that begins with
-    // a backslash, ERROR_INVALID_PARAMETER for a name of more than 255 characters in it.
+    // ERROR_INVALID_HANDLE; ERROR_ACCESS_DENIED when the handle lacks a right of `access`; ERROR_BAD_PATHNAME for a path that
+    // begins with a backslash, ERROR_INVALID_PARAMETER for a name of more than 255 characters in it.
     LSTATUS Find(HKEY key, LPCWSTR path, REGSAM access);
 
     const KeyPlace* begin() const noexcept { return places_; }
@@ -126,7 +126,8 @@ LSTATUS Guarded(Work&& work) noexcept {
 template <class Work>
 LSTATUS InTransaction(HANDLE handle, Work&& work) noexcept {
     return Guarded([&]() -> LSTATUS {
-        const ObjectRef<RegistryTransaction> transaction = handle != nullptr ? FindObject<RegistryTransaction>(handle) : ObjectRef<RegistryTransaction>();
+        const ObjectRef<RegistryTransaction> transaction =
+            handle != nullptr ? FindObject<RegistryTransaction>(handle) : ObjectRef<RegistryTransaction>();
         return handle == nullptr || transaction ? work(transaction.get()) : ERROR_INVALID_HANDLE;
     });
 }

@@ -177,14 +177,14 @@ LSTATUS RegOpenKeyTransactedW(HKEY key, LPCWSTR path, DWORD /*options*/, REGSAM 
         return ERROR_INVALID_PARAMETER;
     }
     *opened = nullptr;
-    return kawin::InTransaction(transaction, [=](kawin::RegistryTransaction* object) {
-        return kawin::Open(key, path, access, object, opened);
-    });
+    return kawin::InTransaction(
+        transaction, [=](kawin::RegistryTransaction* object) { return kawin::Open(key, path, access, object, opened); });
 }
 
 LSTATUS RegCreateKeyExW(HKEY key, LPCWSTR path, DWORD reserved, LPWSTR key_class, DWORD options, REGSAM access,
                         const SECURITY_ATTRIBUTES* security, PHKEY opened, LPDWORD disposition) noexcept {
-    return RegCreateKeyTransactedW(key, path, reserved, key_class, options, access, security, opened, disposition, nullptr, nullptr);
+    return RegCreateKeyTransactedW(key, path, reserved, key_class, options, access, security, opened, disposition, nullptr,
+                                   nullptr);
 }
 
 LSTATUS RegCreateKeyTransactedW(HKEY key, LPCWSTR path, DWORD reserved, LPWSTR /*key_class*/, DWORD options, REGSAM access,
@@ -226,7 +226,8 @@ LSTATUS RegQueryValueExW(HKEY key, LPCWSTR name, LPDWORD reserved, LPDWORD type,
 }
 
 LSTATUS RegGetValueW(HKEY key, LPCWSTR path, LPCWSTR name, DWORD flags, LPDWORD type, PVOID data, LPDWORD size) noexcept {
-    const bool ambiguous = (flags & RRF_RT_REG_EXPAND_SZ) != 0 && (flags & RRF_NOEXPAND) == 0 && (flags & RRF_RT_ANY) != RRF_RT_ANY;
+    const bool ambiguous =
+        (flags & RRF_RT_REG_EXPAND_SZ) != 0 && (flags & RRF_NOEXPAND) == 0 && (flags & RRF_RT_ANY) != RRF_RT_ANY;
     if ((flags & RRF_RT_ANY) == 0 || ambiguous || (data != nullptr && size == nullptr)) {
         return ERROR_INVALID_PARAMETER;
     }
@@ -289,7 +290,8 @@ LSTATUS RegDeleteKeyExW(HKEY key, LPCWSTR path, REGSAM view, DWORD reserved) noe
     return RegDeleteKeyTransactedW(key, path, view, reserved, nullptr, nullptr);
 }
 
-LSTATUS RegDeleteKeyTransactedW(HKEY key, LPCWSTR path, REGSAM /*view*/, DWORD reserved, HANDLE transaction, PVOID extended) noexcept {
+LSTATUS RegDeleteKeyTransactedW(HKEY key, LPCWSTR path, REGSAM /*view*/, DWORD reserved, HANDLE transaction,
+                                PVOID extended) noexcept {
     if (path == nullptr || reserved != 0 || extended != nullptr) {
         return ERROR_INVALID_PARAMETER;
     }

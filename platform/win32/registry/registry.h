@@ -1,16 +1,18 @@
 #pragma once
 
 // Persistent settings: keys with values, in one database per hive. HKEY_CLASSES_ROOT is "Software\\Classes" of both, a key of the
-// user's before the machine's of the same path; new keys there are the machine's, and enumerating the root itself shows those only.
+// user's before the machine's of the same path; new keys there are the machine's, and enumerating the root itself shows those
+// only.
 //
 // The user's hive is ${XDG_CONFIG_HOME:-~/.config}/kadata/user.registry, the machine's /var/lib/kadata/machine.registry;
-// KADATA_REGISTRY_DIR (a native path, or one with a drive) moves both; a change of the environment is followed when it is made with
-// SetEnvironmentVariableW. A hive that is missing or cannot be read is empty; reading creates nothing. One that is damaged is kept under
-// another name, with the time in it, and is empty from then on. Names are looked up without regard to case and kept as first written.
-// Every function returns its error number and leaves the last error alone (but a handle that is none sets it, too).
+// KADATA_REGISTRY_DIR (a native path, or one with a drive) moves both; a change of the environment is followed when it is made
+// with SetEnvironmentVariableW. A hive that is missing or cannot be read is empty; reading creates nothing. One that is damaged
+// is kept under another name, with the time in it, and is empty from then on. Names are looked up without regard to case and kept
+// as first written. Every function returns its error number and leaves the last error alone (but a handle that is none sets it,
+// too).
 //
-// Safe from every thread and process. What a call has written when it returns, every other process reads from then on. Readers answer
-// from memory, without a system call, until somebody writes to the hive.
+// Safe from every thread and process. What a call has written when it returns, every other process reads from then on. Readers
+// answer from memory, without a system call, until somebody writes to the hive.
 
 #include "../base/error.h"
 
@@ -75,10 +77,11 @@ KADATA_API LSTATUS RegCreateKeyExW(HKEY key, LPCWSTR path, DWORD reserved, LPWST
 // ERROR_FILE_NOT_FOUND; ERROR_ACCESS_DENIED when the key was opened without KEY_QUERY_VALUE.
 KADATA_API LSTATUS RegQueryValueExW(HKEY key, LPCWSTR name, LPDWORD reserved, LPDWORD type, LPBYTE data, LPDWORD size) noexcept;
 
-// Opens the key `path` below `key`, reads the value and closes it again, in one call. ERROR_UNSUPPORTED_TYPE when the value's type is not
-// among the RRF_RT_… flags; a text always ends with a terminator; a REG_EXPAND_SZ comes expanded, as REG_SZ, unless RRF_NOEXPAND is given.
-// Otherwise as RegOpenKeyExW and RegQueryValueExW.
-KADATA_API LSTATUS RegGetValueW(HKEY key, LPCWSTR path, LPCWSTR name, DWORD flags, LPDWORD type, PVOID data, LPDWORD size) noexcept;
+// Opens the key `path` below `key`, reads the value and closes it again, in one call. ERROR_UNSUPPORTED_TYPE when the value's
+// type is not among the RRF_RT_… flags; a text always ends with a terminator; a REG_EXPAND_SZ comes expanded, as REG_SZ, unless
+// RRF_NOEXPAND is given. Otherwise as RegOpenKeyExW and RegQueryValueExW.
+KADATA_API LSTATUS RegGetValueW(HKEY key, LPCWSTR path, LPCWSTR name, DWORD flags, LPDWORD type, PVOID data,
+                                LPDWORD size) noexcept;
 
 // Writes `size` bytes as they are; a terminator behind them is not looked for. On disk after a crash of the process; after a
 // power failure the latest ones may be missing, never half of one. ERROR_ACCESS_DENIED; ERROR_BUSY when another process held the
@@ -107,8 +110,8 @@ KADATA_API LSTATUS RegQueryInfoKeyW(HKEY key, LPWSTR key_class, LPDWORD class_le
                                     LPDWORD longest_key, LPDWORD longest_class, LPDWORD values, LPDWORD longest_name,
                                     LPDWORD longest_value, LPDWORD security, PFILETIME written) noexcept;
 
-// The same inside a transaction (ktmw32.h); `transaction` null is none. "Advapi32.dll" has these three by name, too. A key opened below a
-// transacted one is in the transaction as well.
+// The same inside a transaction (ktmw32.h); `transaction` null is none. "Advapi32.dll" has these three by name, too. A key opened
+// below a transacted one is in the transaction as well.
 KADATA_API LSTATUS RegOpenKeyTransactedW(HKEY key, LPCWSTR path, DWORD options, REGSAM access, PHKEY opened, HANDLE transaction,
                                          PVOID reserved) noexcept;
 KADATA_API LSTATUS RegCreateKeyTransactedW(HKEY key, LPCWSTR path, DWORD reserved, LPWSTR key_class, DWORD options, REGSAM access,

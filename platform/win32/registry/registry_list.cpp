@@ -49,24 +49,25 @@ LSTATUS OnKey(HKEY key, REGSAM access, LSTATUS when_missing, Work work) noexcept
 }  // namespace
 }  // namespace kawin
 
-LSTATUS RegEnumKeyExW(HKEY key, DWORD index, LPWSTR name, LPDWORD length, LPDWORD reserved, LPWSTR key_class, LPDWORD class_length,
-                      PFILETIME written) noexcept {
+LSTATUS RegEnumKeyExW(HKEY key, DWORD index, LPWSTR name, LPDWORD length, LPDWORD reserved, LPWSTR key_class,
+                      LPDWORD class_length, PFILETIME written) noexcept {
     if (name == nullptr || length == nullptr || reserved != nullptr) {
         return ERROR_INVALID_PARAMETER;
     }
-    return kawin::OnKey(key, KEY_ENUMERATE_SUB_KEYS, ERROR_NO_MORE_ITEMS, [=](kawin::HiveTables& tables, kawin::KeyId id) -> LSTATUS {
-        std::u16string found;
-        const LSTATUS status = tables.KeyAt(id, index, found);
-        if (status != ERROR_SUCCESS) {
-            return status;
-        }
-        if (key_class != nullptr && class_length != nullptr && *class_length > 0) {
-            *key_class = 0;
-        }
-        kawin::Give<DWORD>(class_length, 0);
-        kawin::Give(written, FILETIME{});
-        return kawin::DeliverName(found, name, length);
-    });
+    return kawin::OnKey(key, KEY_ENUMERATE_SUB_KEYS, ERROR_NO_MORE_ITEMS,
+                        [=](kawin::HiveTables& tables, kawin::KeyId id) -> LSTATUS {
+                            std::u16string found;
+                            const LSTATUS status = tables.KeyAt(id, index, found);
+                            if (status != ERROR_SUCCESS) {
+                                return status;
+                            }
+                            if (key_class != nullptr && class_length != nullptr && *class_length > 0) {
+                                *key_class = 0;
+                            }
+                            kawin::Give<DWORD>(class_length, 0);
+                            kawin::Give(written, FILETIME{});
+                            return kawin::DeliverName(found, name, length);
+                        });
 }
 
 LSTATUS RegEnumValueW(HKEY key, DWORD index, LPWSTR name, LPDWORD length, LPDWORD reserved, LPDWORD type, LPBYTE data,
@@ -102,18 +103,23 @@ LSTATUS RegQueryInfoKeyW(HKEY key, LPWSTR key_class, LPDWORD class_length, LPDWO
         return ERROR_INVALID_PARAMETER;
     }
     kawin::KeyCounts counts;
-    const LSTATUS status = kawin::OnKey(key, KEY_QUERY_VALUE, ERROR_SUCCESS, [&counts](kawin::HiveTables& tables, kawin::KeyId id) {
-        return tables.Count(id, counts);
-    });
+    const LSTATUS status =
+        kawin::OnKey(key, KEY_QUERY_VALUE, ERROR_SUCCESS,
+                     [&counts](kawin::HiveTables& tables, kawin::KeyId id) { return tables.Count(id, counts); });
     if (status != ERROR_SUCCESS) {
         return status;
     }
     if (key_class != nullptr && class_length != nullptr && *class_length > 0) {
         *key_class = 0;
     }
-    for (const auto& [target, value] : {std::pair(class_length, DWORD{0}), {keys, counts.keys}, {longest_key, counts.longest_key},
-                                        {longest_class, DWORD{0}}, {values, counts.values}, {longest_name, counts.longest_name},
-                                        {longest_value, counts.longest_value}, {security, DWORD{0}}}) {
+    for (const auto& [target, value] : {std::pair(class_length, DWORD{0}),
+                                        {keys, counts.keys},
+                                        {longest_key, counts.longest_key},
+                                        {longest_class, DWORD{0}},
+                                        {values, counts.values},
+                                        {longest_name, counts.longest_name},
+                                        {longest_value, counts.longest_value},
+                                        {security, DWORD{0}}}) {
         kawin::Give(target, value);
     }
     kawin::Give(written, FILETIME{});

@@ -14,8 +14,8 @@ class RegistryTransaction final : public KernelObject {
 public:
     ~RegistryTransaction() override;
 
-    // `work(tables)` inside the transaction, which begins in that hive when it is first used there. ERROR_TRANSACTIONAL_CONFLICT when
-    // somebody else has been writing to the hive for five seconds, or this thread is inside another transaction;
+    // `work(tables)` inside the transaction, which begins in that hive when it is first used there. ERROR_TRANSACTIONAL_CONFLICT
+    // when somebody else has been writing to the hive for five seconds, or this thread is inside another transaction;
     // ERROR_TRANSACTION_NOT_ACTIVE when it has ended.
     template <class Work>
     LSTATUS Within(Hive& hive, Work work) {
