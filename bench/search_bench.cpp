@@ -3,6 +3,7 @@
 
 #include <benchmark/benchmark.h>
 #include <kadata/record_arrays.h>
+#include <unicode/uchar.h>
 #include <unicode/ustring.h>
 
 #include <cstring>
@@ -116,7 +117,7 @@ void KaDataNameBirth(benchmark::State& state) {
     }
 }
 
-// Case included: the peer has no other way.
+// Field after field as they are named; case included, for the peer has no other way.
 void StringNameBirth(benchmark::State& state) {
     LoopOverPersons(state, [](const Person& a, const Person& b) {
         return a.first_name == b.first_name && a.name == b.name && SameBirthday(a, b);

@@ -14,11 +14,33 @@ auto Elements(Array& array) {
     return std::span(array.GetData(), static_cast<std::size_t>(array.GetSize()));
 }
 
-// Numbers that were given in a row differ at their end, so that is looked at before the call.
-bool IsSame(TextView a, TextView b) {
-    return a.size() == b.size() &&
-           (a.empty() || (a.back() == b.back() && std::memcmp(a.data(), b.data(), a.size() * sizeof(TCHAR)) == 0));
-}
+// A text that many are compared with, case included. Numbers that were given in a row differ in their last digits, so those are
+// looked at before the call.
+class WantedText {
+public:
+    explicit WantedText(TextView text) : m_text(text), m_end(EndOf(text)) {}
+
+    bool IsSame(TextView other) const {
+        return other.size() == m_text.size() && EndOf(other) == m_end &&
+               std::memcmp(other.data(), m_text.data(), m_text.size() * sizeof(TCHAR)) == 0;
+    }
+
+private:
+    using End = ULONGLONG;
+
+    // The last four units in one number; 0 of a shorter text.
+    static End EndOf(TextView text) {
+        constexpr std::size_t units = sizeof(End) / sizeof(TCHAR);
+        End end = 0;
+        if (text.size() >= units) {
+            std::memcpy(&end, text.data() + text.size() - units, sizeof(end));
+        }
+        return end;
+    }
+
+    TextView m_text;
+    End m_end;
+};
 
 template <class Predicate>
 BOOL FindFirst(const CPatientArray& patients, CPatient& found, Predicate matches) {
@@ -38,8 +60,8 @@ CPatientArray::CPatientArray() = default;
 CPatientArray::~CPatientArray() = default;
 
 BOOL CPatientArray::FindPatientByExtID(const CString& extId, CPatient& found) const {
-    const TextView wanted = extId.View();
-    return FindFirst(*this, found, [wanted](const CPatient& patient) { return IsSame(patient.GetExtID().View(), wanted); });
+    const WantedText wanted(extId.View());
+    return FindFirst(*this, found, [wanted](const CPatient& patient) { return wanted.IsSame(patient.GetExtID().View()); });
 }
 
 // The birthday goes first: comparing it is cheapest, and few patients share one.

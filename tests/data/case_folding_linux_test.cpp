@@ -24,12 +24,10 @@ bool IsFound(UChar32 stored, UChar32 wanted) {
 
 // Whether both tables have the same to say: the system's may be newer.
 bool IsOld(UChar32 character) {
-    for (const UChar32 since15_1 : {0x1FD3, 0x1FE3, 0xFB05})
-        if (character == since15_1)
-            return false;
     UVersionInfo age;
     u_charAge(character, age);
-    return age[0] != 0 && age[0] <= NEWEST_VERSION;
+    const bool foldsSince15_1 = character == 0x1FD3 || character == 0x1FE3 || character == 0xFB05;
+    return age[0] != 0 && age[0] <= NEWEST_VERSION && !foldsSince15_1;
 }
 
 TEST(CaseFolding, IsTheSystemsForEveryCharacter) {

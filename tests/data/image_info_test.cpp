@@ -26,13 +26,9 @@ CImageInfo Full() {
 
 TEST(ImageInfo, IsNewWithItsDefaults) {
     const CImageInfo image;
-    EXPECT_EQ(image.GetImageType(), CImageInfo::Unknown);
-    EXPECT_EQ(image.GetImageID(), -1);
-    EXPECT_EQ(image.GetPatientID(), 0);
-    EXPECT_TRUE(image.IsPresent());
+    EXPECT_TRUE(image == CImageInfo(0, -1, CString(), CString(), nullptr) && image.IsPresent());
     EXPECT_EQ(image.GetTakeDateTime(), CTime());
-    EXPECT_EQ(Text(image.GetTakeDateTimeString() + _T("|") + image.GetRegion() + _T("|") + image.GetImagePath()),
-              "?|  |TARVO\\P_000000");
+    EXPECT_EQ(Text(image.GetTakeDateTimeString() + _T("|") + image.GetRegion()), "?|  ");
 }
 
 TEST(ImageInfo, TellsItsPlaces) {
@@ -78,50 +74,41 @@ TEST(ImageInfo, HasATypeFromItsTakeType) {
 }
 
 TEST(ImageInfo, HasTheDisplayNamesThatTheHostHas) {
-    const auto names = [] {
-        std::string all;
-        for (const LONG type : {1, 2, 4, 8, 16, 3, 17, -1}) {
-            CImageInfo image;
-            image.SetImageType(static_cast<CImageInfo::EImageType>(type));
-            all += Text(image.GetImageTypeString()) + "|";
-        }
-        return all;
-    };
-    EXPECT_EQ(names(), "||||||||");
     CImageInfo::SetImageTypeNames(501, 999, 0, 516, 501);  // the host has no string 999
-    EXPECT_EQ(names(), "Camera|||Something else|Camera||||");
+    std::string names;
+    for (const LONG type : {1, 2, 4, 8, 16, 3, 17, -1}) {
+        CImageInfo image;
+        image.SetImageType(static_cast<CImageInfo::EImageType>(type));
+        names += Text(image.GetImageTypeString()) + "|";
+    }
+    EXPECT_EQ(names, "Camera|||Something else|Camera||||");
     CImageInfo::SetImageTypeNames(0, 0, 0, 0, 0);
 }
 
 TEST(ImageInfo, ShowsTheLocalDayAsABirthdayIsShown) {
-    CImageInfo image;
-    image.SetTakeDateTime(SOME_TIME);
     CPatient born;
     born.SetBirthDay(20240229);
-    EXPECT_EQ(Text(image.GetTakeDateTimeString()), Text(born.GetBirthDayString()));
-    image.SetTakeDateTime(CTime(1));
-    EXPECT_EQ(image.GetTakeDateTime(), CTime(1));
-    for (const __time64_t none : {0, -1}) {
-        image.SetTakeDateTime(SOME_TIME);
-        image.SetTakeDateTime(CTime(none));
-        EXPECT_EQ(image.GetTakeDateTime(), CTime());
-        EXPECT_EQ(Text(image.GetTakeDateTimeString()), "?");
+    const std::pair<CTime, std::string> rows[] = {{SOME_TIME, Text(born.GetBirthDayString())},
+                                                  {CTime(0), "?"},
+                                                  {SOME_TIME, Text(born.GetBirthDayString())},
+                                                  {CTime(-1), "?"},
+                                                  {CTime(__time64_t{1} << 60), "?"}};  // without a local form
+    CImageInfo image;
+    for (const auto& [time, expected] : rows) {
+        image.SetTakeDateTime(time);
+        EXPECT_EQ(image.GetTakeDateTime(), time > CTime() ? time : CTime());
+        EXPECT_EQ(Text(image.GetTakeDateTimeString()), expected);
     }
-    image.SetTakeDateTime(CTime(__time64_t{1} << 60));  // without a local form
-    EXPECT_EQ(Text(image.GetTakeDateTimeString()), "?");
 }
 
 TEST(ImageInfo, IsCopiedWithATakeTimeOfItsOwnAndThenUnequal) {
     CImageInfo image = Full();
     CImageInfo copy = image;
-    EXPECT_TRUE(copy == image && copy == copy);
+    EXPECT_TRUE(copy == image);
     image.SetTakeDateTime(SOME_TIME);
-    EXPECT_TRUE(image == image);
-    EXPECT_TRUE(copy != image);
     copy = image;
-    EXPECT_TRUE(copy != image && image != CImageInfo(image));
+    EXPECT_TRUE(image == image && copy != image && image != CImageInfo(image));
     copy.SetTakeDateTime(CTime(1));
-    EXPECT_EQ(image.GetTakeDateTime(), SOME_TIME);
     const CImageInfo& self = image;
     image = self;
     EXPECT_EQ(image.GetTakeDateTime(), SOME_TIME);
@@ -143,8 +130,7 @@ TEST(ImageInfo, IsUnequalInEveryMember) {
     for (const auto& change : changes) {
         CImageInfo image = Full();
         change(image);
-        EXPECT_TRUE(image != Full()) << &change - changes;
-        EXPECT_TRUE(image == CImageInfo(image)) << &change - changes;  // which copies all of them
+        EXPECT_TRUE(image != Full() && image == CImageInfo(image)) << &change - changes;  // which copies all of them
     }
 }
 
