@@ -38,12 +38,14 @@ test-sanitize: setup
 
 test-windows:
 	@scripts/setup build windows dist
+	@scripts/fetch-source tiff
 	@scripts/build linux
 	@scripts/build windows
 	@scripts/test-windows
 
 dist:
 	@scripts/setup build windows dist
+	@scripts/fetch-source tiff
 	@scripts/dist
 
 bench:

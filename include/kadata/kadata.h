@@ -3,8 +3,10 @@
 // The whole public face of the library.
 
 #include <kadata/directory.h>
+#include <kadata/image_info.h>
 #include <kadata/kalido_object.h>
 #include <kadata/log.h>
 #include <kadata/patient.h>
+#include <kadata/record_arrays.h>
 #include <kadata/ref_count.h>
 #include <kadata/singleton.h>
