@@ -87,8 +87,7 @@ CachedAnswer Hive::Look(const CacheQuestion& question) {
         answer.status = AfterReading(answer.status);
         return answer;
     }
-    const std::uint32_t* const index = index_;  // changes with mutex_ held only
-    const CommitMark before = index != nullptr ? CommitMark(index) : CommitMark();
+    const CommitMark before = Mark();
     answer.status = tables_.FindKey(question.from, question.path, answer.key);
     if (answer.status == ERROR_SUCCESS && question.value) {
         RegistryValue value;
@@ -97,12 +96,21 @@ CachedAnswer Hive::Look(const CacheQuestion& question) {
         answer.bytes = std::move(value.bytes);
     }
     answer.status = AfterReading(answer.status);
-    if (index_ != nullptr && (answer.status == ERROR_SUCCESS || Is(answer.status, ERROR_FILE_NOT_FOUND)) &&
-        CommitMark(index_) == before) {
+    if (index_ != nullptr && (answer.status == ERROR_SUCCESS || Is(answer.status, ERROR_FILE_NOT_FOUND)) && Mark() == before) {
         const std::unique_lock cache_lock(cache_mutex_);
         cache_.Keep(before, question, answer);
     }
     return answer;
+}
+
+bool Hive::MayWrite() {
+    {
+        const std::lock_guard lock(mutex_);
+        if (tables_.GetDatabase().IsOpen() && CoarseSeconds() < next_check_.load(std::memory_order_relaxed)) {
+            return !tables_.GetDatabase().IsReadOnly();
+        }
+    }
+    return MayWriteHive(file_);
 }
 
 void Hive::Detach() {

@@ -62,7 +62,34 @@ public:
         });
     }
 
-    // The same for a change that is one statement and so a transaction by itself.
+    // The same for a change of a value: one statement and so a transaction by itself.
+    template <class Work>
+    LSTATUS ChangingValue(Work work) {
+        return Changing([&](HiveTables& tables) {
+            const CommitMark before = Mark();
+            const LSTATUS status = work(tables);
+            if (status == ERROR_SUCCESS && before.IsUsable()) {
+                const std::unique_lock lock(cache_mutex_);
+                cache_.ForgetValues(before, Mark());
+            }
+            return status;
+        });
+    }
+
+    // Whether this user could change the hive, or make it.
+    bool MayWrite();
+
+    // Opens a second connection and begins a transaction on it, noted as this thread's until ForgetTransaction.
+    LSTATUS BeginTransaction(HiveTables& tables);
+    void ForgetTransaction() noexcept;
+
+    // Closes the connection; the next call opens it again.
+    void LetGo();
+
+private:
+    static constexpr int kAttempts = 3;
+
+    // Makes a change again over a new database when the old one turns out to be damaged or replaced.
     template <class Work>
     LSTATUS Changing(Work work) {
         LSTATUS status = ERROR_BUSY;
@@ -79,20 +106,11 @@ public:
         return status;
     }
 
-    // Opens a second connection and begins a transaction on it, noted as this thread's until ForgetTransaction.
-    LSTATUS BeginTransaction(HiveTables& tables);
-    void ForgetTransaction() noexcept;
-
-    // Closes the connection; the next call opens it again.
-    void LetGo();
-
-private:
-    static constexpr int kAttempts = 3;
-
     const CachedAnswer* Known(const CacheQuestion& question) const;  // with cache_mutex_ held
     CachedAnswer Look(const CacheQuestion& question);
 
     // With mutex_ held.
+    CommitMark Mark() const noexcept { return index_ != nullptr ? CommitMark(index_) : CommitMark(); }
     LSTATUS Attach();
     LSTATUS AttachOrMake();
     LSTATUS OpenFile(bool create);

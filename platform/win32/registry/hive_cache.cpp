@@ -8,21 +8,31 @@ namespace {
 constexpr std::size_t kMostAnswers = 4096;
 constexpr std::size_t kLongestValue = 4096;  // bytes; longer ones are read from the database each time
 
-// Eight bytes at a time: paths are long and questions frequent.
+std::uint64_t Word(const char* bytes) noexcept {
+    std::uint64_t word = 0;
+    memcpy(&word, bytes, sizeof word);
+    return word;
+}
+
+// Both halves of the product: every bit of the one word meets every bit of the other.
+std::uint64_t Fold(std::uint64_t a, std::uint64_t b) noexcept {
+    __extension__ using Product = unsigned __int128;
+    const Product product = Product{a} * b;
+    return static_cast<std::uint64_t>(product) ^ static_cast<std::uint64_t>(product >> 64);
+}
+
+// Sixteen bytes at a time, and no product waits for another: paths are long and questions frequent.
 std::uint64_t Mix(std::uint64_t hash, std::u16string_view text) noexcept {
-    constexpr std::uint64_t kFactor = 0x9E3779B97F4A7C15;
+    constexpr std::uint64_t kOdd1 = 0x9E3779B97F4A7C15, kOdd2 = 0xD1B54A32D192ED03;  // near the golden ratio, and its like
     const auto* bytes = reinterpret_cast<const char*>(text.data());
     std::size_t left = text.size() * sizeof(char16_t);
-    hash = (hash ^ left) * kFactor;
-    for (std::uint64_t word = 0; left >= sizeof word; bytes += sizeof word, left -= sizeof word) {
-        memcpy(&word, bytes, sizeof word);
-        hash = (hash ^ word) * kFactor;
-        hash ^= hash >> 32;
+    std::uint64_t sum = hash ^ left;
+    for (std::uint64_t step = kOdd1; left >= 16; bytes += 16, left -= 16, step += kOdd2) {
+        sum += Fold(Word(bytes) ^ step, Word(bytes + 8) ^ kOdd2);
     }
-    std::uint64_t rest = 0;
-    memcpy(&rest, bytes, left);
-    hash = (hash ^ rest) * kFactor;
-    return hash ^ (hash >> 32);
+    char rest[16] = {};
+    memcpy(rest, bytes, left);
+    return Fold(sum ^ Word(rest) ^ kOdd1, Word(rest + 8) ^ kOdd2);
 }
 
 bool Equal(std::u16string_view a, std::u16string_view b) noexcept {
@@ -43,8 +53,31 @@ const CachedAnswer* HiveCache::Find(const CommitMark& now, const CacheQuestion& 
     if (!(now == mark_)) {
         return nullptr;
     }
+    const std::size_t hash = Hash()(question);
+    const Recent& recent = recent_[hash % kRecent];
+    if (recent.hash == hash && recent.answer != nullptr && Same()(*recent.question, question)) {
+        return recent.answer;
+    }
     const auto found = answers_.find(question);
     return found != answers_.end() ? &found->second : nullptr;
+}
+
+void HiveCache::ForgetValues(const CommitMark& before, const CommitMark& after) {
+    if (!(before == mark_) || !after.IsUsable() || !after.IsNextAfter(before)) {
+        return;
+    }
+    mark_ = after;
+    recent_.fill({});
+    std::erase_if(answers_, [](const auto& entry) { return entry.first.value; });
+    for (const auto& [question, answer] : answers_) {
+        const std::size_t hash = Hash()(question);
+        recent_[hash % kRecent] = {hash, &question, &answer};
+    }
+}
+
+void HiveCache::Clear() noexcept {
+    recent_.fill({});
+    answers_.clear();
 }
 
 void HiveCache::Keep(const CommitMark& then, const CacheQuestion& question, CachedAnswer answer) {
@@ -52,11 +85,13 @@ void HiveCache::Keep(const CommitMark& then, const CacheQuestion& question, Cach
         return;
     }
     if (!(then == mark_) || answers_.size() >= kMostAnswers) {
-        answers_.clear();
+        Clear();
         mark_ = then;
     }
-    answers_.insert_or_assign(Key{question.from, std::u16string(question.path), std::u16string(question.name), question.value},
-                              std::move(answer));
+    const auto kept = answers_.insert_or_assign(
+        Key{question.from, std::u16string(question.path), std::u16string(question.name), question.value}, std::move(answer));
+    const std::size_t hash = Hash()(question);
+    recent_[hash % kRecent] = {hash, &kept.first->first, &kept.first->second};
 }
 
 }  // namespace kawin

@@ -24,6 +24,9 @@ public:
     }
     bool operator==(const CommitMark&) const = default;
 
+    // Whether exactly one commit lies between `before` and this.
+    bool IsNextAfter(const CommitMark& before) const noexcept { return words_[2] == before.words_[2] + 1; }
+
     // False while the index is being made.
     bool IsUsable() const noexcept { return words_[0] != 0 && (words_[3] & 0xFF) == 1; }
 
@@ -56,7 +59,10 @@ public:
     // many.
     void Keep(const CommitMark& then, const CacheQuestion& question, CachedAnswer answer);
 
-    void Clear() noexcept { answers_.clear(); }
+    // This process has written a value and nobody else anything: what is known of keys stays.
+    void ForgetValues(const CommitMark& before, const CommitMark& after);
+
+    void Clear() noexcept;
 
 private:
     struct Key {
@@ -74,8 +80,17 @@ private:
         using is_transparent = void;
         bool operator()(const CacheQuestion& a, const CacheQuestion& b) const noexcept;
     };
+    // The way to an answer without a walk through the map.
+    struct Recent {
+        std::size_t hash = 0;
+        const Key* question = nullptr;
+        const CachedAnswer* answer = nullptr;
+    };
+    static constexpr std::size_t kRecent = 512;
+
     CommitMark mark_;
     std::unordered_map<Key, CachedAnswer, Hash, Same> answers_;
+    std::array<Recent, kRecent> recent_{};
 };
 
 }  // namespace kawin

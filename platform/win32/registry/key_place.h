@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "../base/handle_table.h"
+#include "../base/text_length.h"
 #include "hive.h"
 #include "registry_transaction.h"
 
@@ -49,10 +50,22 @@ struct KeyPlace {
         return transaction != nullptr ? transaction->Within(*hive, work) : hive->Writing(work);
     }
     template <class Work>
-    LSTATUS Changing(Work work) const {
-        return transaction != nullptr ? transaction->Within(*hive, work) : hive->Changing(work);
+    LSTATUS ChangingValue(Work work) const {
+        return transaction != nullptr ? transaction->Within(*hive, work) : hive->ChangingValue(work);
     }
 };
+
+// The hive of HKEY_CURRENT_USER or HKEY_LOCAL_MACHINE; null for every other key, and where there is no home folder.
+inline Hive* PredefinedHive(HKEY key) {
+    return key == HKEY_CURRENT_USER    ? FindHive(HiveKind::user)
+           : key == HKEY_LOCAL_MACHINE ? FindHive(HiveKind::machine)
+                                       : nullptr;
+}
+
+// A path in which nothing has to be refused, seen at once.
+inline bool IsPlainPath(std::u16string_view path) noexcept {
+    return path.size() <= 255 && (path.empty() || path.front() != u'\\');
+}
 
 // The places that a handle and a path stand for, the first one first: two for the classes root, which shows the user's classes
 // before the machine's, else one.
@@ -109,7 +122,7 @@ LSTATUS KeyPlace::Ask(std::u16string_view name, Take take) const {
 }
 
 inline std::u16string_view View(LPCWSTR text) noexcept {
-    return text == nullptr ? std::u16string_view() : std::u16string_view(text);
+    return text == nullptr ? std::u16string_view() : std::u16string_view(text, TextLength(text));
 }
 
 // Out of memory is an error number like others.

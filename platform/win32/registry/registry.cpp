@@ -13,7 +13,7 @@ constexpr std::size_t kLongestValueName = 16383;
 constexpr REGSAM kChanges = KEY_SET_VALUE | KEY_CREATE_SUB_KEY;
 
 LSTATUS GiveHandle(const KeyPlace& place, KeyId id, REGSAM access, ObjectRef<RegistryTransaction> transaction, PHKEY opened) {
-    if ((access & kChanges) != 0 && !MayWriteHive(place.hive->File())) {
+    if ((access & kChanges) != 0 && !place.hive->MayWrite()) {
         return ERROR_ACCESS_DENIED;
     }
     *opened = reinterpret_cast<HKEY>(OpenHandle(MakeObject<RegistryKey>(*place.hive, id, access, std::move(transaction))));
@@ -232,17 +232,20 @@ LSTATUS RegGetValueW(HKEY key, LPCWSTR path, LPCWSTR name, DWORD flags, LPDWORD 
         return ERROR_INVALID_PARAMETER;
     }
     const DWORD room = data != nullptr ? *size : 0;
-    const LSTATUS status = kawin::Guarded([=]() -> LSTATUS {
+    const auto deliver = [=](const kawin::CachedAnswer& answer) {
+        return kawin::DeliverChecked(answer, flags, type, static_cast<LPBYTE>(data), size);
+    };
+    const LSTATUS status = kawin::Guarded([&]() -> LSTATUS {
+        const std::u16string_view below = kawin::View(path);
+        if (kawin::Hive* const hive = kawin::PredefinedHive(key); hive != nullptr && kawin::IsPlainPath(below)) {
+            return hive->Ask(kawin::CacheQuestion{kawin::kRootKey, below, kawin::View(name), true}, deliver);  // the short way
+        }
         kawin::KeyPlaces places;
         const LSTATUS found = places.Find(key, path, KEY_QUERY_VALUE);
         if (found != ERROR_SUCCESS) {
             return found;
         }
-        return places.FirstWith([=](const kawin::KeyPlace& place) {
-            return place.Ask(kawin::View(name), [=](const kawin::CachedAnswer& answer) {
-                return kawin::DeliverChecked(answer, flags, type, static_cast<LPBYTE>(data), size);
-            });
-        });
+        return places.FirstWith([&](const kawin::KeyPlace& place) { return place.Ask(kawin::View(name), deliver); });
     });
     if (status != ERROR_SUCCESS && (flags & RRF_ZEROONFAILURE) != 0 && data != nullptr) {
         memset(data, 0, room);
@@ -264,7 +267,7 @@ LSTATUS RegSetValueExW(HKEY key, LPCWSTR name, DWORD reserved, DWORD type, const
             return status;
         }
         const kawin::KeyPlace& place = places.Last();
-        return place.Changing([&](kawin::HiveTables& tables) {
+        return place.ChangingValue([&](kawin::HiveTables& tables) {
             return tables.Write(place.from, kawin::View(name), type, {reinterpret_cast<const char*>(data), size});
         });
     });
@@ -278,7 +281,7 @@ LSTATUS RegDeleteValueW(HKEY key, LPCWSTR name) noexcept {
             return status;
         }
         const kawin::KeyPlace& place = places.Last();
-        return place.Changing([&](kawin::HiveTables& tables) { return tables.RemoveValue(place.from, kawin::View(name)); });
+        return place.ChangingValue([&](kawin::HiveTables& tables) { return tables.RemoveValue(place.from, kawin::View(name)); });
     });
 }
 
