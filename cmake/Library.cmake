@@ -2,7 +2,7 @@
 find_package(Threads REQUIRED)
 if(WIN32)
     include(cmake/WindowsLibraries.cmake)
-    set(needed ntdll tiff Threads::Threads)
+    set(KADATA_NEEDED ntdll tiff Threads::Threads)
 else()
     find_package(PkgConfig REQUIRED)
     pkg_check_modules(ICU REQUIRED IMPORTED_TARGET icu-i18n icu-uc)
@@ -10,14 +10,14 @@ else()
     pkg_check_modules(TIFF REQUIRED libtiff-4>=4.5)  # its headers: it is loaded at its first use
     target_include_directories(kadata_objects SYSTEM PRIVATE ${TIFF_INCLUDE_DIRS})
     find_package(ZLIB REQUIRED)
-    set(needed PkgConfig::ICU PkgConfig::SQLITE ZLIB::ZLIB Threads::Threads ${CMAKE_DL_LIBS})
+    set(KADATA_NEEDED PkgConfig::ICU PkgConfig::SQLITE ZLIB::ZLIB Threads::Threads ${CMAKE_DL_LIBS})
 endif()
 
-target_link_libraries(kadata_objects PRIVATE ${needed})
+target_link_libraries(kadata_objects PRIVATE ${KADATA_NEEDED})
 
 add_library(KaData SHARED)
 add_library(KaData::KaData ALIAS KaData)
-target_link_libraries(KaData PRIVATE kadata_objects ${needed})
+target_link_libraries(KaData PRIVATE kadata_objects ${KADATA_NEEDED})
 target_compile_features(KaData PUBLIC cxx_std_20)
 target_include_directories(
     KaData PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include>

@@ -31,12 +31,14 @@ std::uint64_t Mix(std::uint64_t hash, std::u16string_view text) noexcept {
         sum += Fold(Word(bytes) ^ step, Word(bytes + 8) ^ kOdd2);
     }
     char rest[16] = {};
-    memcpy(rest, bytes, left);
+    if (left != 0) {  // an empty view may be null
+        memcpy(rest, bytes, left);
+    }
     return Fold(sum ^ Word(rest) ^ kOdd1, Word(rest + 8) ^ kOdd2);
 }
 
 bool Equal(std::u16string_view a, std::u16string_view b) noexcept {
-    return a.size() == b.size() && memcmp(a.data(), b.data(), a.size() * sizeof(char16_t)) == 0;
+    return a.size() == b.size() && (a.empty() || memcmp(a.data(), b.data(), a.size() * sizeof(char16_t)) == 0);
 }
 
 }  // namespace
