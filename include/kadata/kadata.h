@@ -7,4 +7,5 @@
 #include <kadata/log.h>
 #include <kadata/patient.h>
 #include <kadata/ref_count.h>
+#include <kadata/registry.h>
 #include <kadata/singleton.h>
