@@ -8,7 +8,7 @@ namespace {
 constexpr TCHAR kSeparator = _T('\\');
 constexpr std::size_t kUsualText = 256;  // characters, on the stack
 
-// What the system may lack; null then.
+// What the system may lack: null then, or a function that says ERROR_CALL_NOT_IMPLEMENTED.
 struct TransactedFunctions {
     using Create = LSTATUS WINAPI(HKEY, LPCWSTR, DWORD, LPWSTR, DWORD, REGSAM, const SECURITY_ATTRIBUTES*, PHKEY, LPDWORD, HANDLE,
                                   PVOID);
@@ -60,15 +60,22 @@ private:
 };
 
 LSTATUS Key::Open(const Place& place, REGSAM access) {
-    if (place.transaction != nullptr && Transacted().open != nullptr)
-        return Transacted().open(place.hive, place.path, 0, access | place.view, &m_key, place.transaction, nullptr);
+    if (place.transaction != nullptr && Transacted().open != nullptr) {
+        const LSTATUS status =
+            Transacted().open(place.hive, place.path, 0, access | place.view, &m_key, place.transaction, nullptr);
+        if (status != ERROR_CALL_NOT_IMPLEMENTED)
+            return status;
+    }
     return RegOpenKeyExW(place.hive, place.path, 0, access | place.view, &m_key);
 }
 
 LSTATUS Key::Create(const Place& place, REGSAM access) {
-    if (place.transaction != nullptr && Transacted().create != nullptr)
-        return Transacted().create(place.hive, place.path, 0, nullptr, REG_OPTION_NON_VOLATILE, access | place.view, nullptr,
-                                   &m_key, nullptr, place.transaction, nullptr);
+    if (place.transaction != nullptr && Transacted().create != nullptr) {
+        const LSTATUS status = Transacted().create(place.hive, place.path, 0, nullptr, REG_OPTION_NON_VOLATILE,
+                                                   access | place.view, nullptr, &m_key, nullptr, place.transaction, nullptr);
+        if (status != ERROR_CALL_NOT_IMPLEMENTED)
+            return status;
+    }
     return RegCreateKeyExW(place.hive, place.path, 0, nullptr, REG_OPTION_NON_VOLATILE, access | place.view, nullptr, &m_key,
                            nullptr);
 }
@@ -149,8 +156,11 @@ bool RemoveValue(const Place& place, LPCTSTR name) {
 }
 
 bool RemoveKey(const Place& place) {
-    if (place.transaction != nullptr && Transacted().remove != nullptr)
-        return IsGone(Transacted().remove(place.hive, place.path, place.view, 0, place.transaction, nullptr));
+    if (place.transaction != nullptr && Transacted().remove != nullptr) {
+        const LSTATUS status = Transacted().remove(place.hive, place.path, place.view, 0, place.transaction, nullptr);
+        if (status != ERROR_CALL_NOT_IMPLEMENTED)
+            return IsGone(status);
+    }
     return IsGone(RegDeleteTreeW(place.hive, place.path));
 }
 

@@ -2,38 +2,148 @@
 #include <tchar.h>
 #include <windows.h>
 
+#include <algorithm>
 #include <iterator>
 #include <string>
 
 #include "support/temp_folder.h"
-TEST(ProfileProbe, X) {
-    using test::Narrow;
-    const test::TempFolder f;
-    auto get=[&](const test::Text& file,const TCHAR* s,const TCHAR*k,const TCHAR*d,DWORD size=400){
-        TCHAR buf[500]; std::fill(std::begin(buf),std::end(buf),TCHAR('~')); SetLastError(777);
-        DWORD n=GetPrivateProfileStringW(s,k,d,buf,size,file.c_str()); DWORD e=GetLastError();
-        std::string shown; for(DWORD i=0;i<std::min<DWORD>(n+3,size+1);++i) shown+= buf[i]==0?'|':buf[i]<128?char(buf[i]):'U';
-        printf("PROBE n=%u e=%u %s\n",unsigned(n),unsigned(e),shown.c_str());
-    };
-    auto sec=[&](const test::Text& file,const TCHAR* s,DWORD size=400){
-        TCHAR buf[500]; std::fill(std::begin(buf),std::end(buf),TCHAR('~')); SetLastError(777);
-        DWORD n=s?GetPrivateProfileSectionW(s,buf,size,file.c_str()):GetPrivateProfileSectionNamesW(buf,size,file.c_str()); DWORD e=GetLastError();
-        std::string shown; for(DWORD i=0;i<std::min<DWORD>(n+3,size+1);++i) shown+= buf[i]==0?'|':buf[i]<128?char(buf[i]):'U';
-        printf("PROBE S n=%u e=%u %s\n",unsigned(n),unsigned(e),shown.c_str());
-    };
-    const auto a=f.Write(_T("a.ini"),"outside=1\r\n ; c\r\n[ Ab ] x\r\n k1 =  v 1  \r\nk2=\"q v\"\n\tK3='s'\r\nk4=\"'x'\"\r\nbare\r\nempty=\r\nk5=a ; c\r\n=novalue\r\n;k6=1\r\nk7=\"a\r\nk8=a\"b\r\nk1=dup\r\n\r\n[next]\r\na=1\r\n[ab]\r\nk9=9\r\n[open\r\nz=1\r\n[]\r\nee=1\r\n[a]b]\r\nq=\"\"\r\nr=\"\r\ns=\" x \"\r\nt= \"x\" y\r\n");
-    for (const TCHAR* k : {_T("k1"),_T("K2"),_T("k3"),_T("k4"),_T("bare"),_T("empty"),_T("k5"),_T("k6"),_T("k7"),_T("k8"),_T("k9"),_T(" k1 "),_T("") }) get(a,_T("ab"),k,_T(" def "));
-    get(a,_T(" AB "),_T("k1"),_T("def")); get(a,_T("[ab]"),_T("k1"),nullptr); get(a,_T(" Ab "),_T("k1"),_T("def"));
-    get(a,_T("a]b"),_T("q"),_T("d"));get(a,_T("a"),_T("q"),_T("d"));get(a,_T("a"),_T("r"),_T("d"));get(a,_T("a"),_T("s"),_T("d"));get(a,_T("a"),_T("t"),_T("d")); get(a,_T(""),_T("ee"),_T("d")); get(a,_T("open"),_T("z"),_T("d"));get(a,_T("ab"),_T("z"),_T("d"));get(a,_T(""),_T("outside"),_T("d"));
-    get(a,nullptr,_T("x"),_T("def")); get(a,_T("ab"),nullptr,_T("def")); get(a,_T("none"),nullptr,_T("def")); get(a,_T("next"),nullptr,_T("def"));get(a,nullptr,nullptr,_T("def"),10);get(a,_T("ab"),nullptr,_T("def"),10);
-    for(DWORD s: {0u,1u,2u,3u,4u,5u,6u}) { printf("size %u\n",unsigned(s)); get(a,_T("ab"),_T("k1"),_T("d"),s); get(a,nullptr,nullptr,_T("d"),s); get(a,_T("next"),nullptr,_T("d"),s); sec(a,_T("next"),s); sec(a,nullptr,s);}
-    get(f.Path(_T("none.ini")),_T("s"),_T("k"),_T("def  ")); get(f.Path(_T("none.ini")),nullptr,_T("k"),_T("def  ")); get(f.Path(_T("no\\none.ini")),_T("s"),_T("k"),nullptr); get(f.Path(),_T("s"),_T("k"),_T("d"));
-    get(f.Path(_T("none.ini")),nullptr,nullptr,_T("def"),3);get(a,_T("none"),nullptr,_T("def"),3);
-    sec(a,_T("ab"));sec(a,_T("ab"),20);sec(a,nullptr);sec(a,_T("none"));sec(f.Path(_T("none.ini")),_T("s"));sec(f.Path(_T("none.ini")),nullptr);sec(a,_T("a"));
-    const auto b=f.Write(_T("b.ini"),"[n]\na=12\nb=-5\nc=0x1F\nd=12x\ne=x\nf=\ng=\" 7\"\nh=+4\ni=4294967297\nj=99999999999\nk=0b11\nl=0o17\nm=0X1f\nn=- 5\no=-0x2\np=0x\nq=010\nr=\"9\"\n");
-    for (const TCHAR* k=_T("abcdefghijklmnopqrstz");*k;++k){TCHAR kk[2]={*k,0};SetLastError(777);UINT v=GetPrivateProfileIntW(_T("n"),kk,-77,b.c_str());printf("PROBE I %c %d e=%u\n",char(*k),int(v),unsigned(GetLastError()));}
-    auto wr=[&](const TCHAR* name,const TCHAR*s,const TCHAR*k,const TCHAR*v){SetLastError(777);BOOL r=WritePrivateProfileStringW(s,k,v,name?f.Path(name).c_str():nullptr);DWORD e=GetLastError();std::string t;if(name&&f.Has(name)){for(char c:f.Read(name)){t+= c=='\r'?'R':c=='\n'?'N':c==0?'0':c;}}printf("PROBE W r=%d e=%u %s\n",r,unsigned(e),t.c_str());};
-    wr(_T("w.ini"),_T("S"),_T("k"),_T("v")); wr(_T("w.ini"),_T("s"),_T("K"),_T(" w ")); wr(_T("w.ini"),_T("T"),_T("a"),_T("\"1\"")); wr(_T("w.ini"),_T("S"),_T("z"),_T("2"));wr(_T("w.ini"),_T("S"),_T("k"),nullptr);wr(_T("w.ini"),_T("S"),_T("k"),nullptr);wr(_T("w.ini"),_T("no"),_T("k"),nullptr);wr(_T("w.ini"),_T("no"),nullptr,nullptr);wr(_T("w.ini"),_T("t"),nullptr,_T("x"));wr(_T("w.ini"),nullptr,_T("k"),_T("v"));wr(_T("w.ini"),nullptr,nullptr,nullptr);wr(_T("no\\w.ini"),_T("S"),_T("k"),_T("v"));wr(_T("w2.ini"),_T("S"),_T("k"),nullptr);wr(_T("w3.ini"),_T("S"),nullptr,nullptr);wr(_T("w.ini"),_T(""),_T("k"),_T("v"));wr(_T("w.ini"),_T("S"),_T(""),_T("v"));
-    f.Write(_T("c.ini"),"; top\n[s]\n;c\n\n  key one = 1\n\n\n[t]\nx=1"); wr(_T("c.ini"),_T("S"),_T("KEY ONE"),_T("2"));wr(_T("c.ini"),_T("S"),_T("new"),_T("3"));wr(_T("c.ini"),_T("T"),_T("y"),_T("\u00e4\u4e2d"));wr(_T("c.ini"),_T("U"),_T("y"),_T("1"));wr(_T("c.ini"),_T("S"),nullptr,nullptr);
-    f.Write(_T("u.ini"),std::string("\xFF\xFE[\0s\0]\0\n\0a\0=\0\x2D\x4E\n\0",18)); get(f.Path(_T("u.ini")),_T("s"),_T("a"),_T("d")); wr(_T("u.ini"),_T("s"),_T("b"),_T("x"));
+
+namespace {
+
+using test::Narrow;
+using test::TempFolder;
+using test::Text;
+
+constexpr DWORD kRoom = 200;
+
+// Calls with a buffer of `size` characters: the result and what was written, zeros shown as '|'.
+template <class Call>
+std::string Filled(DWORD size, Call call) {
+    TCHAR buffer[kRoom];
+    std::fill(std::begin(buffer), std::end(buffer), _T('~'));
+    const DWORD count = call(buffer, size);
+    EXPECT_EQ(buffer[size], _T('~'));
+    std::string shown = Narrow({buffer, count + 1});
+    std::replace(shown.begin(), shown.end(), '\0', '|');
+    return std::to_string(count) + " " + shown;
 }
+
+std::string Get(const Text& file, const TCHAR* section, const TCHAR* key, const TCHAR* by_default = _T("def  "),
+                DWORD size = kRoom - 1) {
+    return Filled(size, [&](LPWSTR buffer, DWORD room) {
+        return GetPrivateProfileStringW(section, key, by_default, buffer, room, file.c_str());
+    });
+}
+
+const char kSample[] =
+    "outside=1\r\n"
+    " ; comment\r\n"
+    "[First]\r\n"
+    "  one =  v 1  \r\n"
+    "Two=\"q v\"\r\n"
+    "three='s'\n"
+    "nested=\"'x'\"\r\n"
+    "empty=\r\n"
+    "bare\r\n"
+    ";hidden=1\r\n"
+    "tail=a ; b=c\r\n"
+    "open=\"a\r\n"
+    "one=again\r\n"
+    "\r\n"
+    "[next]\r\n"
+    "a=\xE4\r\n"
+    "[FIRST]\r\n"
+    "late=1\r\n"
+    "last=\"\"";
+
+TEST(Profile, ReadsValues) {
+    const TempFolder folder;
+    const Text file = folder.Write(_T("sample.ini"), kSample);
+    const struct {
+        const TCHAR *section, *key;
+        const char* expected;
+    } rows[] = {
+        {_T("first"), _T("ONE"), "3 v 1|"},    {_T("First"), _T("two"), "3 q v|"},      {_T("First"), _T("three"), "1 s|"},
+        {_T("First"), _T("nested"), "3 'x'|"}, {_T("First"), _T("empty"), "0 |"},       {_T("First"), _T("bare"), "3 def|"},
+        {_T("First"), _T("hidden"), "3 def|"}, {_T("First"), _T("tail"), "7 a ; b=c|"}, {_T("First"), _T("open"), "2 \"a|"},
+        {_T("First"), _T("late"), "3 def|"},  // in the second section of that name
+        {_T("First"), _T("a"), "3 def|"},      {_T("next"), _T("a"), "1 \xC3\xA4|"},    {_T("none"), _T("a"), "3 def|"},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(Get(file, row.section, row.key), row.expected) << Narrow(row.key);
+    EXPECT_EQ(Get(file, _T("next"), _T("none"), nullptr), "0 |");
+    const std::string wide("\xFF\xFE[\0s\0]\0\r\0\n\0a\0=\0\x2D\x4E\n\0\x0A\x0A=\0b\0", 26);
+    EXPECT_EQ(Get(folder.Write(_T("wide.ini"), wide), _T("S"), _T("a")), "1 \xE4\xB8\xAD|");
+    EXPECT_EQ(Get(folder.Path(_T("wide.ini")), _T("S"), _T("\u0A0A")), "1 b|");
+    SetLastError(ERROR_SUCCESS);
+    EXPECT_EQ(Get(folder.Path(_T("none.ini")), _T("S"), _T("a")), "3 def|");
+    EXPECT_EQ(GetLastError(), DWORD{ERROR_FILE_NOT_FOUND});
+    EXPECT_EQ(Get(folder.Path(), _T("S"), _T("a")), "3 def|");
+}
+
+TEST(Profile, ListsSectionsKeysAndLines) {
+    const TempFolder folder;
+    const Text file = folder.Write(_T("sample.ini"), "[a b]\none = \"1\"\n;c\ntwo=2 ; x\n\n[b]\n[empty]\n");
+    const auto lines = [&](const TCHAR* section, DWORD size) {
+        return Filled(size,
+                      [&](LPWSTR buffer, DWORD room) { return GetPrivateProfileSectionW(section, buffer, room, file.c_str()); });
+    };
+    const auto sections = [&](DWORD size) {
+        return Filled(size,
+                      [&](LPWSTR buffer, DWORD room) { return GetPrivateProfileSectionNamesW(buffer, room, file.c_str()); });
+    };
+    EXPECT_EQ(Get(file, nullptr, _T("ignored")), "12 a b|b|empty||");
+    EXPECT_EQ(sections(kRoom - 1), "12 a b|b|empty||");
+    EXPECT_EQ(Get(file, _T("A B"), nullptr), "8 one|two||");
+    EXPECT_EQ(lines(_T("A B"), kRoom - 1), "18 one=\"1\"|two=2 ; x||");
+    EXPECT_EQ(lines(_T("empty"), kRoom - 1), "0 |");
+    EXPECT_EQ(lines(_T("none"), kRoom - 1), "0 |");
+    EXPECT_EQ(Get(file, _T("none"), nullptr, _T("def")), "3 def|");
+    // Cut: a value and the default at the size less one, lists less two.
+    EXPECT_EQ(Get(file, _T("a b"), _T("two"), nullptr, 4), "3 2 ;|");
+    EXPECT_EQ(Get(file, _T("a b"), _T("none"), _T("def"), 3), "2 de|");
+    EXPECT_EQ(Get(file, _T("a b"), nullptr, nullptr, 7), "5 one|t|");
+    EXPECT_EQ(sections(8), "6 a b|b||");
+    EXPECT_EQ(lines(_T("a b"), 7), "5 one=\"|");
+    EXPECT_EQ(Get(file, _T("a b"), _T("two"), nullptr, 1), "0 |");
+}
+
+TEST(Profile, ReadsNumbers) {
+    const TempFolder folder;
+    const Text file = folder.Write(_T("n.ini"), "[n]\na=12\nb=-5\nc=0x1F\nd=12x\ne=x\nf=\ng=\" 7\"\nh=+4\ni=4294967297\n");
+    const int expected[] = {12, -5, 31, 12, 0, -77, 7, 4, 1, -77};
+    Text key = _T("a");
+    for (const int number : expected) {
+        EXPECT_EQ(static_cast<int>(GetPrivateProfileIntW(_T("N"), key.c_str(), -77, file.c_str())), number) << Narrow(key);
+        ++key[0];
+    }
+}
+
+TEST(Profile, IsWritten) {
+    const TempFolder folder;
+    const Text file = folder.Path(_T("w.ini"));
+    const auto set = [&](const TCHAR* section, const TCHAR* key, const TCHAR* text) {
+        return WritePrivateProfileStringW(section, key, text, file.c_str());
+    };
+    EXPECT_TRUE(set(_T("S"), _T("k"), _T("v")));
+    EXPECT_EQ(folder.Read(_T("w.ini")), "[S]\r\nk=v\r\n");
+    EXPECT_TRUE(set(_T("T"), _T("a"), _T("\u00E4")) && set(_T("s"), _T("z"), _T("2")) && set(_T("S"), _T("K"), _T("\"w\"")));
+    EXPECT_EQ(folder.Read(_T("w.ini")), "[S]\r\nk=\"w\"\r\nz=2\r\n[T]\r\na=\xE4\r\n");
+    EXPECT_TRUE(set(_T("S"), _T("k"), nullptr) && set(_T("S"), _T("k"), nullptr) && set(_T("none"), nullptr, nullptr));
+    EXPECT_TRUE(set(_T("t"), nullptr, _T("x")));
+    EXPECT_EQ(folder.Read(_T("w.ini")), "[S]\r\nz=2\r\n");
+    EXPECT_FALSE(set(nullptr, nullptr, nullptr));
+    SetLastError(ERROR_SUCCESS);
+    EXPECT_FALSE(WritePrivateProfileStringW(_T("S"), _T("k"), _T("v"), folder.Path(_T("no\\w.ini")).c_str()));
+    EXPECT_EQ(GetLastError(), DWORD{ERROR_PATH_NOT_FOUND});
+
+    const Text other = folder.Write(_T("o.ini"), std::string("\xFF\xFE[\0s\0]\0", 8));
+    EXPECT_TRUE(WritePrivateProfileStringW(_T("s"), _T("b"), _T("\u4E2D"), other.c_str()));
+    EXPECT_EQ(folder.Read(_T("o.ini")), std::string("\xFF\xFE[\0s\0]\0\r\0\n\0b\0=\0\x2D\x4E\r\0\n\0", 22));
+    const Text rest = folder.Write(_T("r.ini"), "; top\r\n[s]\r\n;c\r\nk = 1\r\n[t]\r\n  x = \xFF\r\n");
+    EXPECT_TRUE(WritePrivateProfileStringW(_T("s"), _T("K"), _T("2"), rest.c_str()));
+    EXPECT_EQ(folder.Read(_T("r.ini")).substr(0, 21), "; top\r\n[s]\r\n;c\r\nk=2\r\n");
+    EXPECT_EQ(Get(rest, _T("t"), _T("x")), "1 \xC3\xBF|");
+}
+
+}  // namespace

@@ -58,18 +58,12 @@ DWORD CopySectionNames(LPWSTR buffer, DWORD size, LPCWSTR file) {
     return CopyList(list, buffer, size);
 }
 
-enum class Listing { keys, lines };
-
-DWORD CopySection(std::u16string_view section, Listing listing, LPWSTR buffer, DWORD size, LPCWSTR file) {
+DWORD CopyLines(std::u16string_view section, LPWSTR buffer, DWORD size, LPCWSTR file) {
     std::u16string list;
     const ProfileText text = ReadText(file);
     const std::optional<std::vector<ProfileText::Entry>> entries = text.Entries(section);
     for (const ProfileText::Entry& entry : entries.value_or(std::vector<ProfileText::Entry>())) {
-        list.append(entry.key);
-        if (listing == Listing::lines && entry.has_value) {
-            list.append(1, u'=').append(entry.whole);
-        }
-        list.append(1, u'\0');
+        list.append(entry.key).append(entry.has_value, u'=').append(entry.whole).append(1, u'\0');
     }
     Report(entries.has_value());
     return CopyList(list, buffer, size);
@@ -77,17 +71,25 @@ DWORD CopySection(std::u16string_view section, Listing listing, LPWSTR buffer, D
 
 std::optional<std::u16string> FindValue(std::u16string_view section, std::u16string_view key, LPCWSTR file) {
     const ProfileText text = ReadText(file);
-    const std::optional<std::vector<ProfileText::Entry>> entries = text.Entries(section);
-    if (!entries) {
-        return {};
-    }
-    const auto entry = std::find_if(entries->begin(), entries->end(),
-                                    [key](const ProfileText::Entry& other) { return CompareFolded(other.key, key) == 0; });
-    return entry != entries->end() ? std::optional(std::u16string(entry->value)) : std::nullopt;
+    const std::optional<std::u16string_view> value = text.Value(section, key);
+    return value ? std::optional(std::u16string(*value)) : std::nullopt;
 }
 
 std::u16string_view WithoutBlanksAtEnd(std::u16string_view text) {
     return text.substr(0, text.find_last_not_of(u' ') + 1);
+}
+
+DWORD CopyKeys(LPCWSTR section, LPCWSTR defaultText, LPWSTR buffer, DWORD size, LPCWSTR file) {
+    std::u16string list;
+    const ProfileText text = ReadText(file);
+    const std::optional<std::vector<ProfileText::Entry>> entries = text.Entries(section);
+    for (const ProfileText::Entry& entry : entries.value_or(std::vector<ProfileText::Entry>())) {
+        if (entry.has_value) {
+            list.append(entry.key).append(1, u'\0');
+        }
+    }
+    Report(entries.has_value());
+    return entries ? CopyList(list, buffer, size) : CopyText(WithoutBlanksAtEnd(View(defaultText)), buffer, size);
 }
 
 DWORD CopyValue(LPCWSTR section, LPCWSTR key, LPCWSTR defaultText, LPWSTR buffer, DWORD size, LPCWSTR file) {
@@ -122,6 +124,7 @@ unsigned DigitOf(char16_t c) {
 
 // Wraps around beyond 32 bits.
 UINT NumberAtStart(std::u16string_view text) {
+    text.remove_prefix(std::min(text.find_first_not_of(u" \t"), text.size()));
     const bool negative = text.starts_with(u'-');
     text.remove_prefix(negative || text.starts_with(u'+'));
     const unsigned base = TakeBase(text);
@@ -166,7 +169,7 @@ DWORD GetPrivateProfileStringW(LPCWSTR section, LPCWSTR key, LPCWSTR defaultText
         if (section == nullptr) {
             return kawin::CopySectionNames(buffer, size, file);
         }
-        return key == nullptr ? kawin::CopySection(section, kawin::Listing::keys, buffer, size, file)
+        return key == nullptr ? kawin::CopyKeys(section, defaultText, buffer, size, file)
                               : kawin::CopyValue(section, key, defaultText, buffer, size, file);
     });
 }
@@ -180,7 +183,7 @@ UINT GetPrivateProfileIntW(LPCWSTR section, LPCWSTR key, INT defaultValue, LPCWS
 }
 
 DWORD GetPrivateProfileSectionW(LPCWSTR section, LPWSTR buffer, DWORD size, LPCWSTR file) noexcept {
-    return kawin::NoThrow([&] { return kawin::CopySection(kawin::View(section), kawin::Listing::lines, buffer, size, file); });
+    return kawin::NoThrow([&] { return kawin::CopyLines(kawin::View(section), buffer, size, file); });
 }
 
 DWORD GetPrivateProfileSectionNamesW(LPWSTR buffer, DWORD size, LPCWSTR file) noexcept {
@@ -188,5 +191,8 @@ DWORD GetPrivateProfileSectionNamesW(LPWSTR buffer, DWORD size, LPCWSTR file) no
 }
 
 BOOL WritePrivateProfileStringW(LPCWSTR section, LPCWSTR key, LPCWSTR text, LPCWSTR file) noexcept {
+    if (section == nullptr && key == nullptr && text == nullptr) {
+        return FALSE;  // asks to write what is cached: nothing
+    }
     return kawin::NoThrow([&] { return kawin::Change(section, key, text, file); });
 }

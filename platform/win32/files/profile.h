@@ -12,7 +12,8 @@
 #include "../base/error.h"
 
 // Copies a value, or `defaultText` without its blanks at the end when there is none. With a null key, the names of the section's
-// keys, with a null section the names of all sections: each with its terminator, and one more at the end. Returns the number of
+// keys (the default where there is no such section), with a null section the names of all sections: each with its terminator,
+// and one more at the end. Returns the number of
 // characters without the last terminator; what does not fit is cut and ended, and `size` - 1, for lists `size` - 2, is returned.
 // The last error is ERROR_FILE_NOT_FOUND when the file, the section or the key is missing, ERROR_SUCCESS otherwise.
 KADATA_API DWORD GetPrivateProfileStringW(LPCWSTR section, LPCWSTR key, LPCWSTR defaultText, LPWSTR buffer, DWORD size,

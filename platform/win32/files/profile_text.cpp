@@ -53,7 +53,7 @@ std::size_t LineLength(std::string_view bytes, bool wide) {
 
 // The name of a section whose line this is.
 std::optional<std::u16string_view> SectionName(std::u16string_view line) {
-    const std::size_t end = line.starts_with(u'[') ? line.find(u']') : line.npos;
+    const std::size_t end = line.starts_with(u'[') ? line.rfind(u']') : line.npos;
     return end != line.npos ? std::optional(Trimmed(line.substr(1, end - 1))) : std::nullopt;
 }
 
@@ -114,7 +114,7 @@ ProfileText::Line ProfileText::MakeLine(std::u16string_view text) const {
 std::vector<std::u16string_view> ProfileText::SectionNames() const {
     std::vector<std::u16string_view> names;
     for (const Line& line : lines_) {
-        if (const auto name = SectionName(line.text)) {
+        if (const auto name = SectionName(line.text); name && !name->empty()) {
             names.push_back(*name);
         }
     }
@@ -148,11 +148,17 @@ std::optional<std::vector<ProfileText::Entry>> ProfileText::Entries(std::u16stri
     return entries;
 }
 
+std::optional<std::u16string_view> ProfileText::Value(std::u16string_view section, std::u16string_view key) const {
+    const std::optional<Range> range = Find(section);
+    const std::size_t line = range ? FindKey(*range, key) : 0;
+    return range && line != range->end ? std::optional(EntryOf(lines_[line].text)->value) : std::nullopt;
+}
+
 // The end of the range when there is none.
 std::size_t ProfileText::FindKey(const Range& range, std::u16string_view key) const {
     for (std::size_t i = range.begin + 1; i < range.end; ++i) {
         const auto entry = EntryOf(lines_[i].text);
-        if (entry && CompareFolded(entry->key, Trimmed(key)) == 0) {
+        if (entry && entry->has_value && CompareFolded(entry->key, Trimmed(key)) == 0) {
             return i;
         }
     }

@@ -15,7 +15,7 @@ public:
         std::u16string_view key;
         std::u16string_view value;  // without its quotation marks
         std::u16string_view whole;  // of the value, with them
-        bool has_value;             // the line has a '='
+        bool has_value;             // the line has a '='; without it there is no key
     };
 
     explicit ProfileText(std::string_view bytes);
@@ -26,6 +26,9 @@ public:
     std::vector<std::u16string_view> SectionNames() const;
     // Of the first section of that name; nothing when there is none.
     std::optional<std::vector<Entry>> Entries(std::u16string_view section) const;
+
+    // Of the first key of that name in it.
+    std::optional<std::u16string_view> Value(std::u16string_view section, std::u16string_view key) const;
 
     void Set(std::u16string_view section, std::u16string_view key, std::u16string_view value);
     void Remove(std::u16string_view section, std::u16string_view key);
