@@ -3,7 +3,6 @@
 
 #include "settings_fixture.h"
 #include "support/child_process.h"
-#include "support/wine.h"
 
 namespace {
 
@@ -216,17 +215,6 @@ TEST_F(SettingsTest, SayWhenAKeyCannotBeCreated) {
     EXPECT_EQ(settings_.GetShowWindow(longest, 5), 1);
     EXPECT_TRUE(settings_.WriteToolbarStyle(tooLong, 4));  // a value's name may be that long
     EXPECT_EQ(settings_.GetToolbarStyle(tooLong, 5), 4);
-}
-
-TEST_F(SettingsTest, RemoveASectionThatHasNoneBelow) {
-    const auto set = [&](LPCTSTR section) { return settings_.WriteProfileInt(section, _T("v"), 1, HKEY_CURRENT_USER); };
-    const auto get = [&](LPCTSTR section) { return settings_.GetProfileIntW(section, _T("v"), 0, HKEY_CURRENT_USER); };
-    const auto remove = [&](LPCTSTR section) {
-        return settings_.WriteProfileStringW(section, nullptr, nullptr, HKEY_CURRENT_USER);
-    };
-    EXPECT_TRUE(set(_T("a")) && set(_T("a\\b")));
-    EXPECT_TRUE(remove(_T("a\\b")) && remove(_T("a\\b")));
-    EXPECT_EQ(get(_T("a")) * 10 + get(_T("a\\b")), 10);
 }
 
 }  // namespace
