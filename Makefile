@@ -3,9 +3,10 @@ PRESET ?= linux
 PREFIX ?= /usr/local
 DESTDIR ?=
 FUZZ_SECONDS ?= 60
+SOAK_ROUNDS ?= 20000
 BUILD := build/$(PRESET)
 
-.PHONY: help setup build demo test test-sanitize test-windows bench fuzz dist install check clean
+.PHONY: help setup build demo test test-sanitize test-windows bench fuzz soak dist install check clean
 
 help:
 	@echo 'make demo           build, and run the demo host over its patient files'
@@ -14,6 +15,7 @@ help:
 	@echo 'make test-windows   build for Windows too, run the whole suite there under Wine, and compare what both builds write'
 	@echo 'make bench          measure beside the peers; results in build/bench/results.json'
 	@echo 'make fuzz           every fuzz target for FUZZ_SECONDS (60) each'
+	@echo 'make soak           kill programs that write settings, SOAK_ROUNDS (20000) times'
 	@echo 'make check          formatting and static analysis'
 	@echo 'make dist           build/packages: a zip for Windows, a tar.gz and Debian packages for Linux'
 	@echo 'make install        into PREFIX (/usr/local), below DESTDIR'
@@ -36,12 +38,14 @@ test-sanitize: setup
 
 test-windows:
 	@scripts/setup build windows dist
+	@scripts/fetch-source tiff
 	@scripts/build linux
 	@scripts/build windows
 	@scripts/test-windows
 
 dist:
 	@scripts/setup build windows dist
+	@scripts/fetch-source tiff
 	@scripts/dist
 
 bench:
@@ -57,6 +61,9 @@ fuzz:
 check:
 	@scripts/setup build check
 	@scripts/check
+
+soak: build
+	@KADATA_SOAK_ROUNDS=$(SOAK_ROUNDS) $(BUILD)/tests/platform_tests --gtest_filter='*SurviveProgramsThatAreKilled'
 
 install: build
 	@DESTDIR='$(DESTDIR)' cmake --install $(BUILD) --prefix '$(PREFIX)'

@@ -1,12 +1,16 @@
 # The one dynamic library. Its objects are a target of their own so that tests and fuzz targets of inner parts can link them.
 find_package(Threads REQUIRED)
 if(WIN32)
-    set(needed ntdll Threads::Threads)
+    include(cmake/WindowsLibraries.cmake)
+    set(needed ntdll tiff Threads::Threads)
 else()
     find_package(PkgConfig REQUIRED)
     pkg_check_modules(ICU REQUIRED IMPORTED_TARGET icu-i18n icu-uc)
     pkg_check_modules(SQLITE REQUIRED IMPORTED_TARGET sqlite3)
-    set(needed PkgConfig::ICU PkgConfig::SQLITE Threads::Threads ${CMAKE_DL_LIBS})
+    pkg_check_modules(TIFF REQUIRED libtiff-4>=4.5)  # its headers: it is loaded at its first use
+    target_include_directories(kadata_objects SYSTEM PRIVATE ${TIFF_INCLUDE_DIRS})
+    find_package(ZLIB REQUIRED)
+    set(needed PkgConfig::ICU PkgConfig::SQLITE ZLIB::ZLIB Threads::Threads ${CMAKE_DL_LIBS})
 endif()
 
 target_link_libraries(kadata_objects PRIVATE ${needed})

@@ -12,8 +12,7 @@ namespace {
 // By which the imaging software registers itself for automation.
 constexpr LPCTSTR kImagingClassId = _T("{6B7C1B52-3F0E-4C8A-9E57-5D2A4F61C0B3}");
 constexpr LPCTSTR kImagingDefaultRoot = _T("C:\\Quintar");
-const HKEY kClassesHive = HKEY_LOCAL_MACHINE;
-constexpr LPCTSTR kClassesRoot = _T("Software\\Classes");
+constexpr LPCTSTR kClasses = _T("CLSID\\");
 constexpr LPCTSTR kDefaultValue = _T("");
 constexpr TextView kProgramExtension = _T(".exe");
 constexpr LPCTSTR kMyComputer = _T("::{20D04FE0-3AEA-1069-A2D8-08002B30309D}");
@@ -52,9 +51,8 @@ CString FolderOf(TextView program) {
 }  // namespace
 
 CString CKalidoRegistry::GetQuintarRootDirectory() {
-    const CString section = _T("CLSID\\") + (kImagingClassId + CString(_T("\\LocalServer32")));
-    const KeyPath path(kClassesRoot, section);
-    std::optional<CString> command = ReadText({kClassesHive, path}, kDefaultValue);
+    const CString path = kClasses + (kImagingClassId + CString(_T("\\LocalServer32")));
+    std::optional<CString> command = ReadText({HKEY_CLASSES_ROOT, path}, kDefaultValue);
     const CString folder = command ? FolderOf(ProgramOf(command->Trim())) : CString();
     return folder.IsEmpty() ? CString(kImagingDefaultRoot) : folder;
 }

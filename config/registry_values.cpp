@@ -7,6 +7,7 @@ namespace {
 
 constexpr TCHAR kSeparator = _T('\\');
 constexpr std::size_t kUsualText = 256;  // characters, on the stack
+constexpr DWORD kTextTypes = RRF_RT_REG_SZ | RRF_RT_REG_EXPAND_SZ;
 
 // What the system may lack: null then, or a function that says ERROR_CALL_NOT_IMPLEMENTED.
 struct TransactedFunctions {
@@ -80,8 +81,11 @@ LSTATUS Key::Create(const Place& place, REGSAM access) {
                            nullptr);
 }
 
-// `size` counts bytes, in and out. ERROR_MORE_DATA with the needed size when the value does not fit.
-LSTATUS ReadValue(const Place& place, LPCTSTR name, DWORD& type, void* data, DWORD& size) {
+// `types` are RRF_RT_ flags for the quick way; `size` counts bytes, in and out. ERROR_MORE_DATA with the needed size when the
+// value does not fit.
+LSTATUS ReadValue(const Place& place, LPCTSTR name, DWORD types, DWORD& type, void* data, DWORD& size) {
+    if (place.transaction == nullptr && place.view == 0)
+        return RegGetValueW(place.hive, place.path, name, types | RRF_NOEXPAND, &type, data, &size);
     Key key;
     const LSTATUS status = key.Open(place, KEY_QUERY_VALUE);
     return status != ERROR_SUCCESS ? status : RegQueryValueExW(key.Get(), name, nullptr, &type, static_cast<LPBYTE>(data), &size);
@@ -120,7 +124,7 @@ KeyPath::KeyPath(LPCTSTR root, LPCTSTR section) {
 
 std::optional<DWORD> ReadNumber(const Place& place, LPCTSTR name) {
     DWORD type = 0, number = 0, size = sizeof number;
-    const LSTATUS status = ReadValue(place, name, type, &number, size);
+    const LSTATUS status = ReadValue(place, name, RRF_RT_REG_DWORD, type, &number, size);
     return status == ERROR_SUCCESS && type == REG_DWORD && size == sizeof number ? std::optional(number) : std::nullopt;
 }
 
@@ -129,12 +133,12 @@ std::optional<CString> ReadText(const Place& place, LPCTSTR name) {
     std::basic_string<TCHAR> large;
     TCHAR* text = usual;
     DWORD type = 0, size = sizeof usual;
-    LSTATUS status = ReadValue(place, name, type, text, size);
+    LSTATUS status = ReadValue(place, name, kTextTypes, type, text, size);
     while (status == ERROR_MORE_DATA) {  // again when it has grown meanwhile
         large.resize(size / sizeof(TCHAR) + 1);
         text = large.data();
         size = static_cast<DWORD>(large.size() * sizeof(TCHAR));
-        status = ReadValue(place, name, type, text, size);
+        status = ReadValue(place, name, kTextTypes, type, text, size);
     }
     const bool isText = status == ERROR_SUCCESS && (type == REG_SZ || type == REG_EXPAND_SZ);
     return isText ? std::optional(ToText(text, size)) : std::nullopt;
@@ -161,7 +165,8 @@ bool RemoveKey(const Place& place) {
         if (status != ERROR_CALL_NOT_IMPLEMENTED)
             return IsGone(status);
     }
-    return IsGone(RegDeleteTreeW(place.hive, place.path));
+    return IsGone(place.view != 0 ? RegDeleteKeyExW(place.hive, place.path, place.view, 0)
+                                  : RegDeleteKeyW(place.hive, place.path));
 }
 
 }  // namespace kadata::settings

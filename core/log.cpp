@@ -4,6 +4,8 @@
 #include <mutex>
 #include <thread>
 
+#include <diagnostics.h>
+
 #include "log_text.h"
 
 constinit std::atomic<DWORD> CLog::m_dwLogStatus{0};
@@ -14,7 +16,8 @@ namespace {
 
 constinit std::atomic<unsigned> printing{0};  // prints under way; Destroy waits for them
 
-// One thread makes the log file object. Inside a function because not every platform has mutexes that need no construction at load.
+// One thread makes the log file object. Inside a function because not every platform has mutexes that need no construction at
+// load.
 std::mutex& Creation() {
     static std::mutex creation;
     return creation;
@@ -59,6 +62,11 @@ private:
     std::size_t m_length = 0;
     TCHAR m_text[CAPACITY + 1];
 };
+
+// What the platform layer has to say, for example that a settings database was damaged.
+void LogDiagnostic(std::basic_string_view<TCHAR> line) {
+    CLog::Print(CLogWarning(), _T("%s"), CString(line.data(), static_cast<int>(line.size())));
+}
 
 }  // namespace
 
@@ -119,6 +127,7 @@ void CLog::SetLogConfig(const SLogConfig& config) {
         file->SetMaxFileCount(config.m_dwMaxFileCount);
         file->SetMaxFileSize(config.m_dwMaxFileSize);
     }
+    kawin::SetDiagnosticSink(LogDiagnostic);
 }
 
 DWORD CLog::GetLogStatus() {
@@ -159,6 +168,7 @@ void CLog::InitLogFile() {
 
 // Later prints find no object and do nothing; m_bInitialized stays set so that nobody makes another.
 void CLog::Destroy() {
+    kawin::SetDiagnosticSink(nullptr);
     const std::unique_ptr<CLogFile> file(m_pLogFile.exchange(nullptr));
     while (printing.load() != 0) {
         std::this_thread::yield();

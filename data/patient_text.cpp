@@ -2,10 +2,10 @@
 
 #include <iterator>
 
+#include "short_date.h"
+
 namespace {
 
-constexpr int DATE_PATTERN_CAPACITY = 80;
-constexpr int DATE_TEXT_CAPACITY = 30;
 constexpr int DIRECTORY_FORM = 0;
 
 constexpr LPCTSTR DATABASE_PLACEHOLDER = _T(" ");
@@ -59,36 +59,17 @@ bool CutAt(CString& text, TCHAR separator, CString& rest) {
     return true;
 }
 
-// The user's short date pattern with a year of four digits; empty when there is none.
-CString ShortDatePattern() {
-    TCHAR buffer[DATE_PATTERN_CAPACITY] = {};
-    if (GetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_SSHORTDATE, buffer, DATE_PATTERN_CAPACITY) == 0) {
-        return CString();
-    }
-    CString pattern(buffer);
-    const int year = pattern.Find(_T("yy"));
-    if (year >= 0 && pattern.Find(_T("yyyy")) < 0) {
-        pattern.Insert(year, _T("yy"));
-    }
-    return pattern;
-}
-
 }  // namespace
 
 CString CPatient::GetBirthDayString() const {
-    const CString pattern = IsBirthDayValid() ? ShortDatePattern() : CString();
-    if (pattern.IsEmpty()) {
+    if (!IsBirthDayValid()) {
         return CString();
     }
     SYSTEMTIME day = {};
     day.wYear = static_cast<WORD>(m_BirthDay.year);
     day.wMonth = m_BirthDay.month;
     day.wDay = m_BirthDay.day;
-    TCHAR text[DATE_TEXT_CAPACITY] = {};
-    if (GetDateFormatW(LOCALE_USER_DEFAULT, 0, &day, pattern, text, DATE_TEXT_CAPACITY) == 0) {
-        return CString();
-    }
-    return CString(text);
+    return kadata::ShortDate(day);
 }
 
 void CPatient::TrimName() {

@@ -1,5 +1,6 @@
 #include "gdt.h"
 
+#include <algorithm>
 #include <charconv>
 #include <optional>
 #include <string>
@@ -9,6 +10,8 @@ namespace {
 constexpr std::size_t kLengthDigits = 3;
 constexpr std::size_t kFieldDigits = 4;
 constexpr std::size_t kLineOverhead = kLengthDigits + kFieldDigits + 2;  // with CR LF
+
+constexpr UINT kSevenBit = 20127;
 
 enum EField { RECORD_KIND = 8000, CHARACTER_SET = 9206, NUMBER = 3000, SURNAME = 3101, FIRST_NAME = 3102, BIRTHDAY = 3103 };
 
@@ -83,7 +86,7 @@ public:
 private:
     UINT CodePage(SGdtFile& file) const {
         if (m_characterSet == "1") {
-            return 20127;
+            return kSevenBit;
         }
         if (m_characterSet == "3") {
             return 1252;
@@ -96,24 +99,26 @@ private:
 
     CString Decode(std::string_view bytes, UINT codePage, SGdtFile& file) const {
         const int size = static_cast<int>(bytes.size());
-        if (codePage == 20127 && bytes.find_first_not_of(SevenBit()) != bytes.npos) {
-            file.problems.push_back({m_patient.line, _T("characters that a seven-bit record cannot hold were replaced")});
-        }
         CString text;
+        if (codePage == kSevenBit) {  // the system's own conversion would make other characters of what does not belong there
+            std::transform(bytes.begin(), bytes.end(), text.GetBuffer(size), SevenBitUnit);
+            text.ReleaseBuffer(size);
+            if (text.Find(kReplacement) >= 0) {
+                file.problems.push_back({m_patient.line, _T("characters that a seven-bit record cannot hold were replaced")});
+            }
+            return text;
+        }
         const int length = MultiByteToWideChar(codePage, 0, bytes.data(), size, text.GetBuffer(size + 1), size);
         text.ReleaseBuffer(length);
         return text;
     }
 
-    static const std::string& SevenBit() {
-        static const std::string all = [] {
-            std::string characters;
-            for (char c = 1; c < 0x7F; ++c) {
-                characters += c;
-            }
-            return characters;
-        }();
-        return all;
+    static constexpr TCHAR kReplacement = 0xFFFD;
+
+    static TCHAR SevenBitUnit(char c) {
+        constexpr unsigned char kDelete = 0x7F;
+        const auto byte = static_cast<unsigned char>(c);
+        return byte != 0 && byte < kDelete ? static_cast<TCHAR>(byte) : kReplacement;
     }
 
     SGdtPatient m_patient;

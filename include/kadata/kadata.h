@@ -3,9 +3,11 @@
 // The whole public face of the library.
 
 #include <kadata/directory.h>
+#include <kadata/image_info.h>
 #include <kadata/kalido_object.h>
 #include <kadata/log.h>
 #include <kadata/patient.h>
+#include <kadata/record_arrays.h>
 #include <kadata/ref_count.h>
 #include <kadata/registry.h>
 #include <kadata/singleton.h>

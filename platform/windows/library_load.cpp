@@ -2,8 +2,8 @@
 
 #include <windows.h>
 
-// The compiler's runtime takes 72 KB for exceptions without memory when it is loaded and does not give them back when it is unloaded.
-// Kept in the process, it costs them once, however often a host loads and unloads this library.
+// The compiler's runtime takes 72 KB for exceptions without memory when it is loaded and does not give them back when it is
+// unloaded. Kept in the process, it costs them once, however often a host loads and unloads this library.
 extern "C" BOOL WINAPI DllMain(HINSTANCE library, DWORD reason, void* /*reserved*/) {
     if (reason == DLL_PROCESS_ATTACH) {
         HMODULE runtime = nullptr;

@@ -52,9 +52,11 @@ TEST(File, SaysWhyItCannotBeOpened) {
         {_T("held"), CFile::modeRead | CFile::shareDenyNone, CFileException::sharingViolation, ERROR_SHARING_VIOLATION},
         {_T("locked"), CFile::modeReadWrite, CFileException::accessDenied, ERROR_ACCESS_DENIED},
     };
+    const test::UnprivilegedScope scope;
     for (const auto& row : rows) {
         SCOPED_TRACE(test::Narrow(row.name));
-        const test::UnprivilegedScope scope;
+        if (row.name == Text(_T("locked")) && !scope.Active())
+            continue;
         CFileException error;
         EXPECT_FALSE(CFile().Open(folder.Path(row.name).c_str(), row.flags, &error));
         EXPECT_EQ(error.m_cause, row.cause);

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "afx/expect.h"
+#include "support/time_zone.h"
 
 namespace {
 
@@ -99,6 +100,34 @@ TEST(Time, HasNoPartsOutsideItsRange) {
         EXPECT_TRUE(IsInvalid([time] { time.Format(_T("%Y")); }));
         EXPECT_TRUE(IsInvalid([time] { time.FormatGmt(_T("%Y")); }));
     }
+}
+
+// Clocks went forward on 2026-03-29 at 01:00 UTC, and back on 2026-10-25 at 01:00 UTC.
+TEST(Time, CrossesTheBordersOfDaylightTime) {
+    SKIP_OUTSIDE_CENTRAL_EUROPE();
+    const struct {
+        __time64_t time;
+        const char* local;
+    } borders[] = {
+        {1774745999, "2026-03-29 01:59:59 +0100"}, {1774746000, "2026-03-29 03:00:00 +0200"},
+        {1792887300, "2026-10-25 02:15:00 +0200"}, {1792890900, "2026-10-25 02:15:00 +0100"},
+        {1792893600, "2026-10-25 03:00:00 +0100"},
+    };
+    for (const auto& border : borders) {
+        const CTime time(border.time);
+        EXPECT_EQ(test::Narrow(time.Format(_T("%F %T %z")).View()), border.local);
+        std::tm parts = {};
+        ASSERT_NE(time.GetLocalTm(&parts), nullptr);
+        const CTime same(time.GetYear(), time.GetMonth(), time.GetDay(), time.GetHour(), time.GetMinute(), time.GetSecond(),
+                         parts.tm_isdst);
+        EXPECT_EQ(same.GetTime(), border.time);
+    }
+    EXPECT_EQ(CTime(2026, 10, 25, 2, 15, 0).GetTime(), 1792890900);  // a time that comes twice
+    EXPECT_EQ(CTime(2026, 3, 29, 2, 30, 0).GetHour(), 1);            // one that never comes
+    EXPECT_EQ(CTime(1970, 1, 1, 1, 0, 0).GetTime(), 0);
+    const CTime night(2026, 3, 28, 12, 0, 0);
+    EXPECT_EQ((night + CTimeSpan(1, 0, 0, 0)).GetHour(), 13);
+    EXPECT_EQ(CTime(2026, 3, 29, 12, 0, 0) - night, CTimeSpan(0, 23, 0, 0));
 }
 
 TEST(TimeSpan, CountsAndPrintsItsParts) {

@@ -200,6 +200,8 @@ TEST_F(SettingsTest, KeepPlacementsForEachScreen) {
     EXPECT_EQ(settings_.GetShowWindow(_T("w"), 7), 1);
     EXPECT_TRUE(settings_.ClearScreenProfileEntry(_T("w"), nullptr));
     EXPECT_EQ(settings_.GetShowWindow(_T("w"), 7), 7);
+    // A section that has others below it is not removed.
+    EXPECT_FALSE(settings_.WriteProfileStringW(_T("ScreenPos"), nullptr, nullptr, HKEY_CURRENT_USER));
     settings_.screen_ = _T("1920x1080");
     EXPECT_EQ(settings_.GetWindowPos(_T("w"), none), large);
 }

@@ -11,7 +11,7 @@ using namespace std::string_literals;
 
 namespace {
 
-TEST(ArchiveString, TakesNoMemoryForWhatIsNotThere) {
+TEST(LinuxProcesses, IsNotTakenForTextThatIsNotThere) {
     constexpr std::size_t archiveBuffer = 4096, slack = 64;
     for (const std::string& head : {"\xFF\xFE\xFF\xFF\xFF\xFF\xFF\xFF\xFF\x3F"s, "\xFF\xFF\xFF\xFF\xFF\xFF\x7F"s}) {
         for (const std::size_t there : {0, 100, 5000, 40000}) {
@@ -24,7 +24,7 @@ TEST(ArchiveString, TakesNoMemoryForWhatIsNotThere) {
     }
 }
 
-TEST(ArchiveString, LeavesTheTargetAsItWasWhicheverAllocationFails) {
+TEST(LinuxProcesses, MayFailAtEachAllocationAndTheTextIsAsItWas) {
     const CString before = _T("a text that was there before");
     for (const std::string& head : {"\xFF\x70\x11"s, "\xFF\xFE\xFF\xFF\x70\x11"s, "\xFF\xFE\xFF\xFE"s}) {
         std::size_t failAt = 0;

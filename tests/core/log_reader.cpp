@@ -4,7 +4,6 @@
 #include <kadata/directory.h>
 
 #include <algorithm>
-#include <cstdio>
 
 namespace test {
 namespace {
@@ -77,12 +76,6 @@ LogFolder ReadLogFolder(const Text& path) {
         Collect(ReadLogLines(file), folder);
     }
     return folder;
-}
-
-void RemoveBehindOurBack(const Text& path) {
-    std::string native = Narrow(path.substr(2));
-    std::replace(native.begin(), native.end(), '\\', '/');
-    EXPECT_EQ(std::remove(native.c_str()), 0);
 }
 
 }  // namespace test

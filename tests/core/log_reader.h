@@ -21,7 +21,4 @@ LogFolder ReadLogFolder(const Text& folder);
 // The lines of one file behind its file header, each without its end.
 std::vector<std::string> ReadLogLines(const Text& path);
 
-// Takes the name away without asking the share modes, as a program that does not know them would.
-void RemoveBehindOurBack(const Text& path);
-
 }  // namespace test

@@ -24,7 +24,7 @@ TEST(RefCount, EndsTheObjectOutsideItsLockWithTheLastReferenceOfManyThreads) {
         std::vector<std::thread> threads;
         for (int i = 0; i < 8; ++i) {
             threads.emplace_back([held = object->AddRef()] {
-                for (int pair = 0; pair < 500; ++pair)
+                for (int pair = 0; pair < 50; ++pair)
                     held->AddRef()->Release();
                 held->Release();
             });

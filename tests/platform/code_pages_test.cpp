@@ -8,6 +8,7 @@
 
 #include "support/last_error.h"
 #include "support/temp_folder.h"
+#include "support/wine.h"
 
 namespace {
 
@@ -72,7 +73,29 @@ TEST(CodePages, ReplaceWhatTheyCannotSayAndFitTheNearestUnlessForbidden) {
         EXPECT_EQ(Encode(1252, row.flags, row.text, row.default_char, &used), row.bytes);
         EXPECT_EQ(used, row.used) << row.bytes;
     }
-    EXPECT_EQ(Decode(CP_UTF8, "a\xC3("), _T("a\uFFFD("));
+}
+
+TEST(CodePages, HaveUnitsForWhatStandsForNothing) {
+    const struct {
+        UINT code_page;
+        std::string bytes;
+        Text text;
+        bool refused;
+    } rows[] = {{932, std::string("a\x85\x40") + "b\x81", _T("a\u30FBb\u30FB"), true},
+                {932, "\x80\xF0\x40", _T("\u0080\uE000"), false},  // a user's own character
+                {936, "\x81", _T("?"), true},
+                {1253, "\xAA\xD2\xFF", _T("\uF8F9\uF8FA\uF8FB"), true},
+                {437, "\xE6", _T("\u00B5"), false},
+                {720, "\x80\x84", _T("\u0080\u0084"), false},
+                {20127, "\xE1\x9A", _T("a\x1A"), false},
+                {CP_UTF8, "a\xC3(\xF0\x9F\xA6-\xC0\xAF", _T("a\uFFFD(\uFFFD-\uFFFD\uFFFD"), true}};
+    for (const auto& row : rows) {
+        EXPECT_EQ(Decode(row.code_page, row.bytes), row.text) << row.code_page;
+        const int length = static_cast<int>(row.bytes.size());
+        const int count = MultiByteToWideChar(row.code_page, MB_ERR_INVALID_CHARS, row.bytes.data(), length, nullptr, 0);
+        EXPECT_EQ(count == 0, row.refused) << row.code_page;
+    }
+    EXPECT_EQ(Encode(1253, 0, _T("\uF8FA")) + Encode(20127, 0, Text(_T("\0a"), 2)), std::string("\xD2\0a", 3));
 }
 
 TEST(CodePages, CountWithTheTerminatorOnlyForALengthOfMinusOne) {
@@ -82,9 +105,12 @@ TEST(CodePages, CountWithTheTerminatorOnlyForALengthOfMinusOne) {
 }
 
 TEST(CodePages, TellWhatIsWrong) {
+    const auto wrong_parameter = test::UnlessWine<DWORD>(ERROR_INVALID_PARAMETER, ERROR_SUCCESS);
+    const auto wrong_flags = test::UnlessWine<DWORD>(ERROR_INVALID_FLAGS, ERROR_SUCCESS);
     TCHAR wide[4];
     const auto decode = [](UINT page, DWORD flags, const char* text, int length, TCHAR* target, int capacity) {
-        return ErrorOf(MultiByteToWideChar(page, flags, text, length, target, capacity));
+        SetLastError(ERROR_SUCCESS);
+        return MultiByteToWideChar(page, flags, text, length, target, capacity) != 0 ? ERROR_SUCCESS : GetLastError();
     };
     EXPECT_EQ(decode(1252, 0, "abc", 3, wide, 2), ERROR_INSUFFICIENT_BUFFER);
     EXPECT_EQ(decode(1252, 0, nullptr, 3, wide, 4), ERROR_INVALID_PARAMETER);
@@ -92,7 +118,7 @@ TEST(CodePages, TellWhatIsWrong) {
     EXPECT_EQ(decode(1252, 0, "abc", 3, wide, -1), ERROR_INVALID_PARAMETER);
     EXPECT_EQ(decode(4711, 0, "abc", 3, wide, 4), ERROR_INVALID_PARAMETER);
     EXPECT_EQ(decode(1252, 0x40000000, "abc", 3, wide, 4), ERROR_INVALID_FLAGS);
-    EXPECT_EQ(decode(CP_UTF8, MB_PRECOMPOSED, "abc", 3, wide, 4), ERROR_INVALID_FLAGS);
+    EXPECT_EQ(decode(CP_UTF8, MB_PRECOMPOSED, "abc", 3, wide, 4), wrong_flags);
     EXPECT_EQ(decode(CP_UTF8, MB_ERR_INVALID_CHARS, "\xED\xA0\x80", 3, wide, 4), ERROR_NO_UNICODE_TRANSLATION);
     EXPECT_EQ(decode(932, MB_ERR_INVALID_CHARS, "\x85\x40", 2, wide, 4), ERROR_NO_UNICODE_TRANSLATION);
 
@@ -100,14 +126,15 @@ TEST(CodePages, TellWhatIsWrong) {
     BOOL used = FALSE;
     const TCHAR lone[] = {static_cast<TCHAR>(0xD800), 0};
     const auto encode = [&](UINT page, DWORD flags, const TCHAR* text, const char* default_char = nullptr, BOOL* flag = nullptr) {
-        return ErrorOf(WideCharToMultiByte(page, flags, text, -1, target, 4, default_char, flag));
+        SetLastError(ERROR_SUCCESS);
+        return WideCharToMultiByte(page, flags, text, -1, target, 4, default_char, flag) != 0 ? ERROR_SUCCESS : GetLastError();
     };
     EXPECT_EQ(encode(CP_UTF8, 0, _T("\u20AC\u20AC")), ERROR_INSUFFICIENT_BUFFER);
     EXPECT_EQ(encode(1252, 0, nullptr), ERROR_INVALID_PARAMETER);
-    EXPECT_EQ(encode(CP_UTF8, 0, _T("a"), "?"), ERROR_INVALID_PARAMETER);
-    EXPECT_EQ(encode(CP_UTF8, 0, _T("a"), nullptr, &used), ERROR_INVALID_PARAMETER);
-    EXPECT_EQ(encode(CP_UTF8, WC_NO_BEST_FIT_CHARS, _T("a")), ERROR_INVALID_FLAGS);
-    EXPECT_EQ(encode(1252, WC_ERR_INVALID_CHARS, _T("a")), ERROR_INVALID_FLAGS);
+    EXPECT_EQ(encode(CP_UTF8, 0, _T("a"), "?"), wrong_parameter);
+    EXPECT_EQ(encode(CP_UTF8, 0, _T("a"), nullptr, &used), wrong_parameter);
+    EXPECT_EQ(encode(CP_UTF8, WC_NO_BEST_FIT_CHARS, _T("a")), wrong_flags);
+    EXPECT_EQ(encode(1252, WC_ERR_INVALID_CHARS, _T("a")), wrong_flags);
     EXPECT_EQ(encode(CP_UTF8, WC_ERR_INVALID_CHARS, lone), ERROR_NO_UNICODE_TRANSLATION);
     EXPECT_EQ(encode(1252, 0, _T("M\u00FCller")), ERROR_INSUFFICIENT_BUFFER);
     EXPECT_EQ(std::string(target, 4), "M\xFCll");  // what fits is written

@@ -1,65 +1,27 @@
-// Links and rights, native paths in the environment, and the user's folders.
+// What the environment says of folders.
 
 #include <gtest/gtest.h>
 #include <shlobj.h>
 #include <sys/stat.h>
-#include <unistd.h>
 #include <tchar.h>
+#include <unistd.h>
 #include <windows.h>
 
 #include <string>
 
 #include "support/environment.h"
-#include "support/last_error.h"
 #include "support/native_path_linux.h"
 #include "support/temp_folder.h"
-#include "support/unprivileged.h"
 
 namespace {
 
-using test::ErrorOf;
 using test::InEnvironment;
 using test::Narrow;
 using test::Native;
 using test::TempFolder;
 using test::Text;
 
-TEST(DirectoriesLinux, RemoveALinkAndNeverWhatItLeadsTo) {
-    const TempFolder folder;
-    folder.Write(_T("file"), "x");
-    folder.MakeFolder(_T("target"));
-    folder.Write(_T("target\\kept"), "x");
-    for (const std::string target : {"target", "file", "nowhere"}) {
-        const Text link = folder.Path(test::Widen("to " + target));
-        ASSERT_EQ(symlink(target.c_str(), Native(link).c_str()), 0);
-        if (target == "target") {
-            EXPECT_TRUE(RemoveDirectoryW(link.c_str()));
-        } else {
-            EXPECT_EQ(ErrorOf(RemoveDirectoryW(link.c_str())), ERROR_DIRECTORY);
-        }
-    }
-    EXPECT_FALSE(folder.Has(_T("to target")));
-    EXPECT_EQ(folder.Read(_T("target\\kept")), "x");
-}
-
-TEST(DirectoriesLinux, FailWhereRightsAreMissing) {
-    const TempFolder folder;
-    const Text sub = folder.MakeFolder(_T("closed\\sub")), closed = folder.Path(_T("closed"));
-    ASSERT_EQ(chmod(Native(sub).c_str(), 0555), 0);
-    EXPECT_EQ(ErrorOf(RemoveDirectoryW(sub.c_str())), ERROR_ACCESS_DENIED);  // read-only, for root too
-    ASSERT_EQ(chmod(Native(sub).c_str(), 0777), 0);
-    ASSERT_EQ(chmod(Native(closed).c_str(), 0555), 0);
-    {
-        const test::UnprivilegedScope rights;
-        TCHAR name[MAX_PATH];
-        EXPECT_EQ(ErrorOf(CreateDirectoryW((closed + _T("\\new")).c_str(), nullptr)), ERROR_ACCESS_DENIED);
-        EXPECT_EQ(ErrorOf(RemoveDirectoryW(sub.c_str())), ERROR_ACCESS_DENIED);
-        EXPECT_EQ(ErrorOf(GetTempFileNameW(closed.c_str(), _T("k"), 0, name)), ERROR_ACCESS_DENIED);
-    }
-    ASSERT_EQ(chmod(Native(closed).c_str(), 0777), 0);
-}
-
-TEST(DirectoriesLinux, TempPathTakesNativePathsAndItsFilesArePrivate) {
+TEST(LinuxEnvironment, GivesTheTempPathInItsOwnSpelling) {
     const InEnvironment tmp(_T("TMP"), nullptr), temp(_T("TEMP"), nullptr), profile(_T("USERPROFILE"), nullptr);
     TCHAR path[MAX_PATH];
     const InEnvironment native(_T("TMPDIR"), _T("/var/tmp"));
@@ -76,7 +38,7 @@ TEST(DirectoriesLinux, TempPathTakesNativePathsAndItsFilesArePrivate) {
     EXPECT_EQ(unlink(Native(path).c_str()), 0);
 }
 
-TEST(SpecialFolders, AreThoseOfTheDesktopsSettings) {
+TEST(LinuxEnvironment, GivesTheSpecialFoldersOfTheDesktopsSettings) {
     const TempFolder folder;
     const Text native = test::Widen(Native(folder.Path()));
     const InEnvironment home(_T("HOME"), native.c_str()), config(_T("XDG_CONFIG_HOME"), nullptr);

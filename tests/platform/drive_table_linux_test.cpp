@@ -102,7 +102,7 @@ std::string LettersAndTypes() {
     return text;
 }
 
-TEST(DriveTable, GivesLettersToRemovableMediaAndToWhatTheEnvironmentNames) {
+TEST(LinuxFiles, GivesLettersToRemovableMediaAndToWhatTheEnvironmentNames) {
     const HandedInSystem system;
     const std::string a = system.Point("a"), b = system.Point("b"), blank = system.Point("my stick");
     std::string escaped = blank;
@@ -141,7 +141,7 @@ TEST(DriveTable, GivesLettersToRemovableMediaAndToWhatTheEnvironmentNames) {
     }
 }
 
-TEST(DriveTable, LeadsPathsToTheMediumAndBack) {
+TEST(LinuxFiles, LeadsPathsToTheMediumAndBack) {
     const HandedInSystem system;
     system.MountStick();
     test::WriteBytes(test::Widen("C:" + (system.root_ / "stick/on it").native()), "12345");
@@ -161,7 +161,7 @@ TEST(DriveTable, LeadsPathsToTheMediumAndBack) {
     fs::current_path(before);
 }
 
-TEST(DriveTable, TellsLabelSerialAndFileSystem) {
+TEST(LinuxFiles, TellsLabelSerialAndFileSystem) {
     const HandedInSystem system;
     const auto information = [] {
         TCHAR label[MAX_PATH], file_system[MAX_PATH];
@@ -197,7 +197,7 @@ std::string Ask(HANDLE volume, DWORD size, DWORD code = IOCTL_STORAGE_QUERY_PROP
     return bytes.substr(0, returned);
 }
 
-TEST(DriveTable, DescribesTheDeviceOfADrive) {
+TEST(LinuxFiles, DescribesTheDeviceOfADrive) {
     const HandedInSystem system;
     system.MountStick();
     const test::Handle volume(CreateFileW(_T("\\\\?\\D:"), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr));

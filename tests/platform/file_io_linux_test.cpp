@@ -5,8 +5,8 @@
 #include <signal.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
-#include <unistd.h>
 #include <tchar.h>
+#include <unistd.h>
 #include <windows.h>
 
 #include <string>
@@ -44,21 +44,27 @@ DWORD AttributesOf(HANDLE file) {
     return tag.FileAttributes;
 }
 
-// A folder with a file, a folder and links to them and to nothing.
-class Links : public testing::Test {
-protected:
-    Links() {
-        folder.Write(_T("file"), "contents");
-        folder.MakeFolder(_T("folder"));
+// With a file, a folder and links to them and to nothing.
+struct LinkFolder : TempFolder {
+    LinkFolder() {
+        Write(_T("file"), "contents");
+        MakeFolder(_T("folder"));
         for (const std::string target : {"file", "folder", "nothing"}) {
-            EXPECT_EQ(symlink(target.c_str(), (Native(folder.Path()) + "/to-" + target).c_str()), 0);
+            EXPECT_EQ(symlink(target.c_str(), (Native(Path()) + "/to-" + target).c_str()), 0);
         }
     }
-
-    TempFolder folder;
 };
 
-TEST_F(Links, AreSeenMovedAndDeletedThemselvesAndFollowedByOpens) {
+// The attributes that a search shows.
+DWORD FoundAttributes(const Text& pattern) {
+    WIN32_FIND_DATAW found{};
+    EXPECT_TRUE(FindClose(FindFirstFileW(pattern.c_str(), &found)));
+    EXPECT_EQ(found.dwReserved0, IO_REPARSE_TAG_SYMLINK);
+    return found.dwFileAttributes;
+}
+
+TEST(LinuxFiles, AreSeenMovedAndDeletedThemselvesAndFollowedByOpens) {
+    const LinkFolder folder;
     const struct {
         const TCHAR* name;
         DWORD attributes;
@@ -72,6 +78,8 @@ TEST_F(Links, AreSeenMovedAndDeletedThemselvesAndFollowedByOpens) {
         SCOPED_TRACE(Narrow(row.name));
         const Text path = folder.Path(row.name);
         EXPECT_EQ(GetFileAttributesW(path.c_str()), row.attributes);
+        EXPECT_EQ(FoundAttributes(path), row.attributes);
+        EXPECT_EQ(FoundAttributes(path.substr(0, path.size() - 1) + _T("?")), row.attributes);
         constexpr DWORD kItself = FILE_FLAG_BACKUP_SEMANTICS | FILE_FLAG_OPEN_REPARSE_POINT;
         EXPECT_EQ(AttributesOf(test::Handle(Open(path, FILE_READ_ATTRIBUTES, kShareAll, OPEN_EXISTING, kItself))),
                   row.attributes);
@@ -88,6 +96,9 @@ TEST_F(Links, AreSeenMovedAndDeletedThemselvesAndFollowedByOpens) {
     EXPECT_TRUE(folder.Has(_T("nothing")));
 
     EXPECT_EQ(Outcome(DeleteFileW(folder.Path(_T("to-folder")).c_str())), ERROR_ACCESS_DENIED);
+    EXPECT_EQ(Outcome(RemoveDirectoryW(folder.Path(_T("to-file")).c_str())), ERROR_DIRECTORY);
+    EXPECT_TRUE(RemoveDirectoryW(folder.Path(_T("to-folder")).c_str()));
+    EXPECT_FALSE(folder.Has(_T("to-folder")) || !folder.Has(_T("folder")));
     EXPECT_TRUE(DeleteFileW(to_nothing.c_str()));
     EXPECT_TRUE(MoveFileW(folder.Path(_T("to-file")).c_str(), folder.Path(_T("moved")).c_str()));
     EXPECT_EQ(GetFileAttributesW(folder.Path(_T("moved")).c_str()), kLink);
@@ -96,7 +107,8 @@ TEST_F(Links, AreSeenMovedAndDeletedThemselvesAndFollowedByOpens) {
     EXPECT_EQ(folder.Read(_T("file")), "contents");
 }
 
-TEST_F(Links, AreOpenedAndDisposedRelativeToTheirFolder) {
+TEST(LinuxFiles, AreOpenedAndDisposedRelativeToTheirFolder) {
+    const LinkFolder folder;
     const test::Handle base(Open(folder.Path(), FILE_LIST_DIRECTORY | SYNCHRONIZE));
     const struct {
         const TCHAR* name;
@@ -121,38 +133,7 @@ TEST_F(Links, AreOpenedAndDisposedRelativeToTheirFolder) {
     EXPECT_EQ(folder.Read(_T("file")), "contents");
 }
 
-TEST(Disposal, SparesWhatHasTakenTheNameMeanwhile) {
-    const TempFolder folder;
-    const std::string victim = Native(folder.Write(_T("x"), "first"));
-    const test::Handle base(Open(folder.Path(), FILE_LIST_DIRECTORY | SYNCHRONIZE));
-    test::Handle opened;
-    ASSERT_EQ(OpenIn(base, _T("x"), FILE_OPEN_REPARSE_POINT, opened), ERROR_SUCCESS);
-    ASSERT_EQ(rename(victim.c_str(), (victim + "-moved").c_str()), 0);
-    folder.Write(_T("x"), "second");
-    EXPECT_EQ(Dispose(opened), ERROR_SUCCESS);
-    opened.Close();
-    EXPECT_EQ(folder.Read(_T("x")), "second");
-    EXPECT_EQ(folder.Read(_T("x-moved")), "first") << "what was moved out of reach is not looked for";
-}
-
-TEST(Disposal, ReachesEveryNameThatAListingShows) {
-    const TempFolder folder;
-    const test::Handle base(Open(folder.Path(), FILE_LIST_DIRECTORY | SYNCHRONIZE));
-    for (const std::string name : {"what?", "a\\b", "*", "caf\xE9", "\"<|>"}) {
-        ASSERT_EQ(close(open((Native(folder.Path()) + "/" + name).c_str(), O_CREAT | O_WRONLY, 0600)), 0);
-    }
-    int calls = 0;
-    for (const auto& [name, size] : test::List(base, 4096, calls)) {
-        test::Handle opened;
-        if (name != _T(".") && name != _T("..")) {
-            EXPECT_EQ(OpenIn(base, name, FILE_OPEN_REPARSE_POINT, opened), ERROR_SUCCESS) << Narrow(name);
-            EXPECT_EQ(Dispose(opened), ERROR_SUCCESS) << Narrow(name);
-        }
-    }
-    EXPECT_EQ(test::List(base, 4096, calls).size(), 2U) << "the dots";
-}
-
-TEST(Devices, FullDisksPipesAndVolumesAnswerAtOnce) {
+TEST(LinuxFiles, AnswerAtOnce) {
     const TempFolder folder;
     DWORD count = 1;
     char byte = 'x';
@@ -183,7 +164,7 @@ TEST(Devices, FullDisksPipesAndVolumesAnswerAtOnce) {
     EXPECT_EQ(Outcome(Open(_T("\\\\?\\R:"), 0)), ERROR_FILE_NOT_FOUND);
 }
 
-TEST(ShortOfRoom, AWriteTellsWhatWentOutAndACopyLeavesNoHalf) {
+TEST(LinuxFiles, ShortOfRoomTellWhatWentOutAndKeepNoHalfCopy) {
     const TempFolder folder;
     const std::string bytes(300'000, 'x');
     const Text from = folder.Write(_T("from"), bytes);
@@ -202,7 +183,7 @@ TEST(ShortOfRoom, AWriteTellsWhatWentOutAndACopyLeavesNoHalf) {
     signal(SIGXFSZ, handler);
 }
 
-TEST(Rights, MissingOnesAreAccessDenied) {
+TEST(LinuxRights, AreAskedOfFiles) {
     const TempFolder folder;
     const Text locked = folder.MakeFolder(_T("locked"));
     const Text inside = folder.Write(_T("locked\\x"), "");
@@ -227,7 +208,24 @@ TEST(Rights, MissingOnesAreAccessDenied) {
     EXPECT_TRUE(DeleteFileW(secret.c_str())) << "the folder decides";
 }
 
-TEST(Rights, ReadOnlyIsAModeWithoutWriteBitsAndACopyKeepsTheMode) {
+TEST(LinuxRights, AreAskedOfFolders) {
+    const TempFolder folder;
+    const Text sub = folder.MakeFolder(_T("closed\\sub")), closed = folder.Path(_T("closed"));
+    ASSERT_EQ(chmod(Native(sub).c_str(), 0555), 0);
+    EXPECT_EQ(Outcome(RemoveDirectoryW(sub.c_str())), ERROR_ACCESS_DENIED);  // read-only, for root too
+    ASSERT_EQ(chmod(Native(sub).c_str(), 0777), 0);
+    ASSERT_EQ(chmod(Native(closed).c_str(), 0555), 0);
+    {
+        const test::UnprivilegedScope unprivileged;
+        TCHAR name[MAX_PATH];
+        EXPECT_EQ(Outcome(CreateDirectoryW((closed + _T("\\new")).c_str(), nullptr)), ERROR_ACCESS_DENIED);
+        EXPECT_EQ(Outcome(RemoveDirectoryW(sub.c_str())), ERROR_ACCESS_DENIED);
+        EXPECT_EQ(Outcome(BOOL{GetTempFileNameW(closed.c_str(), _T("k"), 0, name) != 0}), ERROR_ACCESS_DENIED);
+    }
+    ASSERT_EQ(chmod(Native(closed).c_str(), 0777), 0);
+}
+
+TEST(LinuxRights, WithoutWriteBitsMeanReadOnlyAndAreCopied) {
     const TempFolder folder;
     const Text path = folder.Write(_T("x"), "");
     const mode_t mask = umask(002);

@@ -8,6 +8,7 @@
 
 #include "support/last_error.h"
 #include "support/temp_folder.h"
+#include "support/wine.h"
 
 namespace {
 
@@ -77,7 +78,7 @@ TEST(Messages, PutTheirInsertsIn) {
         {_T("%4!08lx! %6!S! %6!hs!"), _T("0000beef narrow narrow")},
         {_T("%5!I64X!"), _T("123456789ABC")},
         {_T("100%% sure%!%."), _T("100% sure!.")},
-        {_T("a%nb%tc%bd"), _T("a\r\nb\tc d")},
+        {_T("a%nb%tc%bd"), test::UnlessWine(_T("a\r\nb\tc d"), _T("a\r\nb\tcbd"))},
         {_T("kept%0dropped"), _T("kept")},
     };
     for (const auto& [source, expected] : rows)

@@ -5,12 +5,8 @@
 #include <tchar.h>
 #include <windows.h>
 
-#include <algorithm>
-#include <atomic>
 #include <filesystem>
 #include <string>
-#include <thread>
-#include <vector>
 
 #include "support/last_error.h"
 #include "support/native_path_linux.h"
@@ -36,7 +32,7 @@ std::string NativeZlib() {
     return Native(path);
 }
 
-TEST(SharedObjects, GiveTheirOwnFunctionsOnly) {
+TEST(LinuxModules, GiveTheFunctionsOfASharedObjectButNotOfWhatItNeeds) {
     const HMODULE module = LoadLibraryW(kZlib);
     ASSERT_NE(module, nullptr);
     const auto version = reinterpret_cast<const char* (*)()>(reinterpret_cast<void*>(GetProcAddress(module, "zlibVersion")));
@@ -50,7 +46,7 @@ TEST(SharedObjects, GiveTheirOwnFunctionsOnly) {
     EXPECT_EQ(ErrorOf(GetProcAddress(module, "zlibVersion")), ERROR_MOD_NOT_FOUND);
 }
 
-TEST(SharedObjects, StandForLibrariesInTheFolderThatIsNamed) {
+TEST(LinuxModules, AreSharedObjectsOfSeveralNamesInTheFolderThatIsNamed) {
     const TempFolder folder;
     const std::string zlib = NativeZlib();
     const std::string native = Native(folder.Path());
@@ -66,7 +62,7 @@ TEST(SharedObjects, StandForLibrariesInTheFolderThatIsNamed) {
     }
 }
 
-TEST(SharedObjects, ThatAreDamagedAreNoModules) {
+TEST(LinuxModules, AreNoDamagedOrForeignFiles) {
     const TempFolder folder;
     const std::string zlib = test::ReadBytes(Text(_T("C:")) + test::Widen(NativeZlib()));
     std::string foreign = zlib;
@@ -79,7 +75,7 @@ TEST(SharedObjects, ThatAreDamagedAreNoModules) {
     EXPECT_EQ(ErrorOf(LoadLibraryW(folder.Path(_T("pipe.so")).c_str())), ERROR_MOD_NOT_FOUND);
 }
 
-TEST(Modules, AreNeverLookedForInTheCurrentFolder) {
+TEST(LinuxModules, AreNeverLookedForInTheCurrentFolder) {
     const TempFolder folder;
     const std::string native = Native(folder.Path());
     std::filesystem::create_directory(native + "/sub");
@@ -94,23 +90,6 @@ TEST(Modules, AreNeverLookedForInTheCurrentFolder) {
         EXPECT_EQ(ErrorOf(LoadLibraryExW(name, nullptr, LOAD_LIBRARY_AS_DATAFILE)), ERROR_FILE_NOT_FOUND);
     }
     std::filesystem::current_path(before);
-}
-
-TEST(Modules, AreSharedBetweenThreads) {
-    std::atomic<int> failures{0};
-    std::vector<std::thread> threads;
-    for (int i = 0; i < 4; ++i) {
-        threads.emplace_back([&failures] {
-            for (int round = 0; round < 200; ++round) {
-                const HMODULE module = LoadLibraryW(kZlib);
-                failures += module == nullptr || GetProcAddress(module, "crc32") == nullptr || !FreeLibrary(module);
-            }
-        });
-    }
-    for (std::thread& thread : threads)
-        thread.join();
-    EXPECT_EQ(failures, 0);
-    EXPECT_EQ(GetModuleHandleW(kZlib), nullptr);
 }
 
 }  // namespace

@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 #include <signal.h>
 #include <sys/stat.h>
-#include <unistd.h>
 #include <tchar.h>
+#include <unistd.h>
 #include <windows.h>
 
 #include <filesystem>
@@ -39,14 +39,14 @@ int CountFiles(const ChildArgs& /*args*/) {
 }
 REGISTER_CHILD(CountFiles)
 
-TEST(ProcessOnLinux, AChildHasNoFilesOfItsParent) {
+TEST(LinuxProcesses, HaveNoFilesOfTheirParent) {
     const int inheritable = dup(STDOUT_FILENO);
     const Handle event(CreateEventW(nullptr, TRUE, FALSE, test::UniqueName(_T("Files")).c_str()));
     EXPECT_EQ(ChildProcess({_T("CountFiles")}).Wait(kPatience), 0U);
     close(inheritable);
 }
 
-TEST(ProcessOnLinux, AFileThatIsNoProgramHasABadFormat) {
+TEST(LinuxRights, DecideWhetherAFileCountsAsAProgram) {
     const test::TempFolder folder;
     const auto path = folder.Write(_T("note.exe"), "no program");
     STARTUPINFOW startup{};
@@ -58,18 +58,18 @@ TEST(ProcessOnLinux, AFileThatIsNoProgramHasABadFormat) {
     }
 }
 
-TEST(ProcessOnLinux, AChildEndedByASignalIsCollectedWithItsLastHandle) {
+TEST(LinuxProcesses, EndedByASignalAreCollectedWithTheirLastHandle) {
     DWORD id = 0;
     {
         const ChildProcess child({_T("EndBySignal")});
         id = child.Id();
         EXPECT_EQ(child.Wait(kPatience), 128U + SIGTERM);
-        EXPECT_EQ(kill(static_cast<pid_t>(id), 0), 0) << "its number is kept";
+        EXPECT_TRUE(Handle(OpenProcess(SYNCHRONIZE, FALSE, id))) << "its number is kept";
     }
-    EXPECT_EQ(kill(static_cast<pid_t>(id), 0), -1);
+    EXPECT_EQ(ErrorOf(OpenProcess(SYNCHRONIZE, FALSE, id)), ERROR_INVALID_PARAMETER);
 }
 
-TEST(NamedObjectOnLinux, LeavesNoFileAndIsTheOwnersAlone) {
+TEST(LinuxRights, MakeANamedObjectTheOwnersAlone) {
     const std::string name = "kadata." + std::to_string(geteuid()) + ".Left~behind.";
     const auto find = [&name] {
         for (const auto& entry : std::filesystem::directory_iterator("/dev/shm")) {

@@ -9,13 +9,13 @@
 
 #include "support/environment.h"
 #include "support/native_path_linux.h"
-#include "support/temp_folder.h"
+#include "support/registry_values_linux.h"
 #include "support/unprivileged.h"
 
 namespace {
 
 namespace fs = std::filesystem;
-using test::TempFolder;
+using test::LinuxHives;
 using test::Text;
 
 DWORD Write(HKEY hive, const std::string& bytes) {
@@ -42,17 +42,7 @@ std::string Read(HKEY hive) {
     return status == ERROR_SUCCESS ? bytes.substr(0, size) : "error " + std::to_string(status);
 }
 
-class RegistryLinux : public testing::Test {
-protected:
-    void UseFolder(const TCHAR* name) const { SetEnvironmentVariableW(_T("KADATA_REGISTRY_DIR"), folder_.Path(name).c_str()); }
-
-    const TempFolder folder_;
-
-private:
-    const test::InEnvironment hives_{_T("KADATA_REGISTRY_DIR"), folder_.Path(_T("new\\hives")).c_str()};
-};
-
-TEST_F(RegistryLinux, IsTwoFilesThatOnlyWritingCreates) {
+TEST_F(LinuxHives, AreTwoFilesThatOnlyWritingCreates) {
     EXPECT_EQ(Read(HKEY_CURRENT_USER), "error 2");
     EXPECT_FALSE(folder_.Has(_T("new")));
     EXPECT_EQ(Write(HKEY_CURRENT_USER, "user"), ERROR_SUCCESS);
@@ -67,29 +57,36 @@ TEST_F(RegistryLinux, IsTwoFilesThatOnlyWritingCreates) {
     EXPECT_TRUE(folder_.Has(_T("config\\kadata\\user.registry")));
 }
 
-TEST_F(RegistryLinux, ReadsAsEmptyWhereTheFileIsNoHiveAndLeavesItAlone) {
-    UseFolder(_T("damaged"));
+TEST_F(LinuxHives, ArePutAsideWhenTheyAreNone) {
+    UseFolder(folder_.Path(_T("damaged")));
     folder_.MakeFolder(_T("damaged"));
     const std::string garbage(5000, '?');
     folder_.Write(_T("damaged\\user.registry"), garbage);
     EXPECT_EQ(Read(HKEY_CURRENT_USER), "error 2");
-    EXPECT_EQ(Write(HKEY_CURRENT_USER, "x"), ERROR_BADDB);
-    EXPECT_EQ(folder_.Read(_T("damaged\\user.registry")), garbage);
+    EXPECT_EQ(Write(HKEY_CURRENT_USER, "x"), ERROR_SUCCESS);
+    EXPECT_EQ(Read(HKEY_CURRENT_USER), "x");
+    std::string kept;
+    for (const fs::directory_entry& entry : fs::directory_iterator(test::Native(folder_.Path(_T("damaged"))))) {
+        if (entry.path().filename().string().starts_with("user.registry.damaged-20")) {
+            kept = test::ReadBytes(folder_.Path(_T("damaged\\") + test::Widen(entry.path().filename().string())));
+        }
+    }
+    EXPECT_EQ(kept, garbage);
 }
 
-TEST_F(RegistryLinux, MachinesHiveIsReadByUsersWhoMayNotWriteIt) {
+TEST_F(LinuxHives, AreReadByUsersWhoMayNotWriteThem) {
     folder_.MakeFolder(_T("hives"));
-    UseFolder(_T("hives"));
+    UseFolder(folder_.Path(_T("hives")));
     ASSERT_EQ(Write(HKEY_LOCAL_MACHINE, "for all"), ERROR_SUCCESS);
-    UseFolder(_T("elsewhere"));
+    UseFolder(folder_.Path(_T("elsewhere")));
     EXPECT_EQ(Read(HKEY_LOCAL_MACHINE), "error 2");  // the last connection to the hive is closed now
-    UseFolder(_T("hives"));
+    UseFolder(folder_.Path(_T("hives")));
     fs::permissions(test::Native(folder_.Path(_T("hives"))), fs::perms(0555));
     {
         const test::UnprivilegedScope rights;
         EXPECT_EQ(Read(HKEY_LOCAL_MACHINE), "for all");
         EXPECT_EQ(Write(HKEY_LOCAL_MACHINE, "x"), ERROR_ACCESS_DENIED);
-        UseFolder(_T("hives\\below"));
+        UseFolder(folder_.Path(_T("hives\\below")));
         EXPECT_EQ(Read(HKEY_LOCAL_MACHINE), "error 2");
         EXPECT_EQ(Write(HKEY_LOCAL_MACHINE, "x"), ERROR_ACCESS_DENIED);
     }

@@ -1,11 +1,17 @@
 #include <gtest/gtest.h>
 #include <tchar.h>
 #include <windows.h>
+// after it
+#include <ktmw32.h>
 
+#include <set>
 #include <string>
+#include <vector>
 
 #include "support/environment.h"
+#include "support/functions.h"
 #include "support/temp_folder.h"
+#include "support/wine.h"
 
 namespace {
 
@@ -28,8 +34,10 @@ protected:
         return disposition;
     }
 
+    // No terminator lies behind the bytes: a system may count one that a text was meant to have.
     static DWORD Set(HKEY key, const TCHAR* name, DWORD type, const std::string& bytes) {
-        const auto* const data = reinterpret_cast<const BYTE*>(bytes.data());
+        const std::string longer = bytes + "more";
+        const auto* const data = reinterpret_cast<const BYTE*>(longer.data());
         return static_cast<DWORD>(RegSetValueExW(key, name, 0, type, data, static_cast<DWORD>(bytes.size())));
     }
 
@@ -115,6 +123,139 @@ TEST_F(Registry, OpensKeysByPathWithoutRegardToCase) {
         EXPECT_TRUE(opened == nullptr || RegCloseKey(opened) == ERROR_SUCCESS);
     }
     EXPECT_EQ(RegCloseKey(HKEY_CURRENT_USER), ERROR_SUCCESS);
+}
+
+TEST_F(Registry, GivesAValueByPathInOneCall) {
+    HKEY sub = nullptr;
+    Open(key_, _T("a\\b"), KEY_WRITE, &sub);
+    Set(sub, _T("number"), REG_DWORD, std::string("\x07\0\0\0", 4));
+    Set(sub, _T("text"), REG_SZ, std::string("%\0X\0%\0", 6));  // without terminator
+    Set(sub, _T("path"), REG_EXPAND_SZ, std::string("%\0K\0D\0X\0%\0\0\0", 12));
+    RegCloseKey(sub);
+    const test::InEnvironment variable(_T("KDX"), _T("v"));
+    const std::string number("\x07\0\0\0", 4), text("%\0X\0%\0\0\0", 8), path("%\0K\0D\0X\0%\0\0\0", 12);
+    const struct {
+        const TCHAR* name;
+        DWORD flags;
+        std::string result;  // "TYPE:bytes" or "error N"
+    } rows[] = {
+        {_T("number"), RRF_RT_REG_DWORD, "4:" + number},
+        {_T("NUMBER"), RRF_RT_ANY, "4:" + number},
+        {_T("number"), RRF_RT_REG_SZ, "error 1630"},
+        {_T("text"), RRF_RT_REG_SZ, "1:" + text.substr(0, test::UnlessWine<std::size_t>(8, 6))},
+        {_T("text"), RRF_RT_REG_DWORD | RRF_RT_REG_BINARY, "error 1630"},
+        {_T("path"), RRF_RT_REG_SZ, std::string("1:v\0\0\0", 6)},
+        {_T("path"), RRF_RT_REG_EXPAND_SZ | RRF_NOEXPAND, "2:" + path},
+        {_T("path"), RRF_RT_REG_EXPAND_SZ, "error 87"},
+        {_T("none"), RRF_RT_ANY, "error 2"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(test::Narrow(row.name) + " " + std::to_string(row.flags));
+        DWORD type = 0, size = 100;
+        std::string bytes(size, 'x');
+        const LSTATUS status = RegGetValueW(key_, _T("A\\B"), row.name, row.flags, &type, bytes.data(), &size);
+        EXPECT_EQ(
+            status == ERROR_SUCCESS ? std::to_string(type) + ":" + bytes.substr(0, size) : "error " + std::to_string(status),
+            row.result);
+    }
+    DWORD size = 3;
+    BYTE small[3] = {1, 1, 1};
+    EXPECT_EQ(RegGetValueW(key_, _T("a\\b"), _T("number"), RRF_RT_ANY | RRF_ZEROONFAILURE, nullptr, small, &size),
+              static_cast<LSTATUS>(ERROR_MORE_DATA));
+    EXPECT_EQ(std::pair(size, small[2]), std::pair(DWORD{4}, BYTE{0}));
+}
+
+TEST_F(Registry, ListsWhatIsBelowAKey) {
+    HKEY sub = nullptr;
+    for (const TCHAR* name : {_T("Bb"), _T("a"), _T("\u00C4\u00E4")}) {
+        Open(key_, name, KEY_READ, &sub);
+        RegCloseKey(sub);
+    }
+    Set(key_, _T("Value"), REG_BINARY, "12345");
+    Set(key_, nullptr, REG_SZ, "");
+    std::multiset<Text> keys, values;
+    TCHAR name[10];
+    LSTATUS status = ERROR_SUCCESS;
+    for (DWORD i = 0, length = 10; (status = RegEnumKeyExW(key_, i, name, &length, nullptr, nullptr, nullptr, nullptr)) == 0;
+         length = 10, ++i) {
+        keys.emplace(name, length);
+    }
+    EXPECT_EQ(status, static_cast<LSTATUS>(ERROR_NO_MORE_ITEMS));
+    EXPECT_EQ(keys, (std::multiset<Text>{_T("Bb"), _T("a"), _T("\u00C4\u00E4")}));
+    for (DWORD i = 0, length = 10; (status = RegEnumValueW(key_, i, name, &length, nullptr, nullptr, nullptr, nullptr)) == 0;
+         length = 10, ++i) {
+        values.emplace(name, length);
+    }
+    EXPECT_EQ(status, static_cast<LSTATUS>(ERROR_NO_MORE_ITEMS));
+    EXPECT_EQ(values, (std::multiset<Text>{_T(""), _T("Value")}));
+    DWORD counts[5] = {};
+    EXPECT_EQ(RegQueryInfoKeyW(key_, nullptr, nullptr, nullptr, &counts[0], &counts[1], nullptr, &counts[2], &counts[3],
+                               &counts[4], nullptr, nullptr),
+              ERROR_SUCCESS);
+    EXPECT_EQ(std::vector<DWORD>(std::begin(counts), std::end(counts)), (std::vector<DWORD>{3, 2, 2, 5, 5}));
+    for (DWORD i = 0; i < 3; ++i) {  // no room: one of them is longer than that
+        DWORD length = 1;
+        EXPECT_EQ(RegEnumKeyExW(key_, i, name, &length, nullptr, nullptr, nullptr, nullptr),
+                  static_cast<LSTATUS>(ERROR_MORE_DATA));
+    }
+}
+
+TEST_F(Registry, DeletesKeysThatHaveNoneBelow) {
+    HKEY below = nullptr;
+    Open(key_, _T("sub\\a"), KEY_READ, &below);
+    EXPECT_EQ(RegDeleteKeyW(key_, _T("sub")), static_cast<LSTATUS>(ERROR_ACCESS_DENIED));
+    EXPECT_EQ(RegDeleteKeyExW(key_, _T("SUB\\A"), KEY_WOW64_64KEY, 0), ERROR_SUCCESS);
+    EXPECT_EQ(Get(below, _T("v")), "error 1018");
+    RegCloseKey(below);
+    EXPECT_EQ(RegDeleteKeyW(key_, _T("sub")), ERROR_SUCCESS);
+    EXPECT_EQ(RegDeleteKeyW(key_, _T("sub")), static_cast<LSTATUS>(ERROR_FILE_NOT_FOUND));
+}
+
+TEST_F(Registry, ShowsTheUsersClassesInTheClassesRoot) {
+    const Text name = _T("KaData.Test.") + Widen(std::to_string(GetCurrentProcessId()));
+    const Text path = _T("Software\\Classes\\") + name;
+    HKEY sub = nullptr;
+    const HKEY hive = test::UnlessWine(HKEY_CURRENT_USER, HKEY_LOCAL_MACHINE);
+    Open(hive, (path + _T("\\LocalServer32")).c_str(), KEY_WRITE, &sub);
+    Set(sub, nullptr, REG_SZ, std::string("x\0\0\0", 4));
+    RegCloseKey(sub);
+    ASSERT_EQ(RegOpenKeyExW(HKEY_CLASSES_ROOT, name.c_str(), 0, KEY_READ, &sub), ERROR_SUCCESS);
+    TCHAR text[10];
+    DWORD size = sizeof text;
+    EXPECT_EQ(RegGetValueW(sub, _T("localserver32"), nullptr, RRF_RT_REG_SZ, nullptr, text, &size), ERROR_SUCCESS);
+    EXPECT_EQ(Text(text), _T("x"));
+    RegCloseKey(sub);
+    EXPECT_EQ(RegDeleteTreeW(hive, path.c_str()), ERROR_SUCCESS);
+    EXPECT_EQ(RegOpenKeyExW(HKEY_CLASSES_ROOT, name.c_str(), 0, KEY_READ, &sub), static_cast<LSTATUS>(ERROR_FILE_NOT_FOUND));
+}
+
+TEST_F(Registry, TakesPartInTransactionsByFunctionsLookedUp) {
+    const HMODULE registry = LoadLibraryW(_T("Advapi32.dll")), manager = LoadLibraryW(_T("KtmW32.dll"));
+    ASSERT_TRUE(registry != nullptr && manager != nullptr);
+    const auto create = test::Function<decltype(RegCreateKeyTransactedW)>(registry, "RegCreateKeyTransactedW");
+    const auto begin = test::Function<decltype(CreateTransaction)>(manager, "CreateTransaction");
+    const auto commit = test::Function<decltype(CommitTransaction)>(manager, "CommitTransaction");
+    ASSERT_TRUE(create && begin && commit);
+    HKEY sub = nullptr;
+    const HANDLE transaction = begin(nullptr, nullptr, 0, 0, 0, 0, nullptr);
+    ASSERT_NE(transaction, INVALID_HANDLE_VALUE);
+    DWORD disposition = 0;
+    ASSERT_EQ(create(key_, _T("new"), 0, nullptr, 0, KEY_READ | KEY_WRITE, nullptr, &sub, &disposition, transaction, nullptr),
+              test::UnlessWine<LSTATUS>(ERROR_SUCCESS, ERROR_CALL_NOT_IMPLEMENTED));
+    if (sub == nullptr) {
+        return;
+    }
+    EXPECT_EQ(disposition, DWORD{REG_CREATED_NEW_KEY});
+    EXPECT_EQ(Set(sub, _T("v"), REG_BINARY, "1"), DWORD{ERROR_SUCCESS});
+    EXPECT_EQ(Get(sub, _T("v")), "3:1");
+    EXPECT_TRUE(commit(transaction));
+    RegCloseKey(sub);
+    CloseHandle(transaction);
+    ASSERT_EQ(RegOpenKeyExW(key_, _T("new"), 0, KEY_READ, &sub), ERROR_SUCCESS);
+    EXPECT_EQ(Get(sub, _T("v")), "3:1");
+    RegCloseKey(sub);
+    FreeLibrary(manager);
+    FreeLibrary(registry);
 }
 
 TEST_F(Registry, RemovesAKeyWithAllBelowIt) {

@@ -1,4 +1,4 @@
-// Compiled .res files, the user's language, and damaged files, which the layer reads itself.
+// Compiled .res files and damaged files, which the layer reads itself.
 
 #include <gtest/gtest.h>
 #include <tchar.h>
@@ -6,7 +6,6 @@
 
 #include <string>
 
-#include "support/environment.h"
 #include "support/last_error.h"
 #include "support/temp_folder.h"
 
@@ -54,7 +53,7 @@ int CountFound(const TempFolder& folder, const std::string& bytes) {
     return found;
 }
 
-TEST(CompiledResources, AreReadAsFarAsTheFileGoesAndSurviveDamage) {
+TEST(LinuxModules, ReadCompiledResourcesAsFarAsTheFileGoesAndSurviveDamage) {
     const TempFolder folder;
     const std::string whole = test::ReadBytes(Beside(nullptr));
     int before = 0;
@@ -71,7 +70,7 @@ TEST(CompiledResources, AreReadAsFarAsTheFileGoesAndSurviveDamage) {
     }
 }
 
-TEST(PeResources, SurviveDamage) {
+TEST(LinuxModules, SurviveDamageToTheirResources) {
     const TempFolder folder;
     const std::string whole = test::ReadBytes(Beside(_T("resource_module.dll")));
     EXPECT_EQ(CountFound(folder, whole), kAll);
@@ -86,7 +85,7 @@ TEST(PeResources, SurviveDamage) {
         EXPECT_LE(CountFound(folder, whole.substr(0, length)), kAll);
 }
 
-TEST(PeResources, LoseOnlyWhatATableInACircleHeld) {
+TEST(LinuxModules, LoseOnlyTheResourcesThatATableInACircleHeld) {
     const TempFolder folder;
     std::string image = test::ReadBytes(Beside(_T("resource_module.dll")));
     const std::size_t raw_pointer = image.find(".rsrc") + 20;
@@ -99,21 +98,6 @@ TEST(PeResources, LoseOnlyWhatATableInACircleHeld) {
     EXPECT_EQ(test::ErrorOf(FindResourceW(module, _T("JAWS"), _T("PATTERNS"))), ERROR_RESOURCE_TYPE_NOT_FOUND);
     EXPECT_EQ(Data(module, FindResourceW(module, _T("TEETH"), RT_RCDATA)), "named");
     EXPECT_TRUE(FreeLibrary(module));
-}
-
-TEST(ResourceLanguage, IsTheUsersElseANeighbourElseEnglishElseTheFirst) {
-    const struct {
-        const TCHAR* locale;
-        WORD id;
-        std::string data;
-    } rows[] = {
-        {_T("fr_FR.UTF-8"), 100, "fr-FR"}, {_T("de_CH.UTF-8"), 100, "de-DE"}, {_T("ja_JP"), 100, "en-US"},
-        {_T("en_GB"), 100, "en-US"},       {_T("de_DE"), 101, "only fr-FR"},
-    };
-    for (const auto& row : rows) {
-        const test::InEnvironment chosen(_T("LC_ALL"), row.locale);
-        EXPECT_EQ(Data(nullptr, FindResourceW(nullptr, MAKEINTRESOURCEW(row.id), RT_RCDATA)), row.data) << &row - rows;
-    }
 }
 
 }  // namespace

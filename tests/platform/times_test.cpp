@@ -6,6 +6,8 @@
 #include <tuple>
 
 #include "support/last_error.h"
+#include "support/time_zone.h"
+#include "support/wine.h"
 
 namespace {
 
@@ -51,16 +53,22 @@ TEST(FileTime, CountsFrom1601) {
 }
 
 TEST(FileTime, RefusesDatesThatDoNotExist) {
-    for (const SYSTEMTIME& date : {Date(1600, 12, 31), Date(30828, 1, 1), Date(2001, 2, 29), Date(2001, 0, 1), Date(2001, 13, 1),
-                                   Date(2001, 1, 0), Date(2001, 4, 31), Date(2001, 1, 1, 24), Date(2001, 1, 1, 0, 60),
-                                   Date(2001, 1, 1, 0, 0, 60), Date(2001, 1, 1, 0, 0, 0, 1000)}) {
+    FILETIME ticks{};
+    for (const SYSTEMTIME& date :
+         {Date(1600, 12, 31), Date(2001, 0, 1), Date(2001, 13, 1), Date(2001, 1, 0), Date(2001, 4, 31), Date(2001, 1, 1, 24),
+          Date(2001, 1, 1, 0, 60), Date(2001, 1, 1, 0, 0, 60), Date(2001, 1, 1, 0, 0, 0, 1000)}) {
         SCOPED_TRACE(testing::PrintToString(Fields(date)));
-        FILETIME ticks{};
         EXPECT_EQ(ErrorOf(SystemTimeToFileTime(&date, &ticks)), ERROR_INVALID_PARAMETER);
+    }
+    for (const SYSTEMTIME& date : {Date(30828, 1, 1), Date(2001, 2, 29)}) {
+        EXPECT_EQ(SystemTimeToFileTime(&date, &ticks), test::UnlessWine(FALSE, TRUE));
     }
     const FILETIME low = Ticks(0x1FFFFFFFF), high = Ticks(0x200000000), negative = Ticks(0x8000000000000000);
     SYSTEMTIME date{};
     EXPECT_EQ(ErrorOf(FileTimeToSystemTime(&negative, &date)), ERROR_INVALID_PARAMETER);
+    const FILETIME last = Ticks(0x7FFFFFFFFFFFFFFF);
+    EXPECT_TRUE(FileTimeToSystemTime(&last, &date));
+    EXPECT_EQ(Fields(date), Fields(Date(30828, 9, 14, 2, 48, 5, 477))) << "no way back";
     EXPECT_EQ(CompareFileTime(&low, &high), -1);
     EXPECT_EQ(CompareFileTime(&negative, &low), 1) << "as unsigned";
     EXPECT_EQ(CompareFileTime(&low, &low), 0);
@@ -74,40 +82,75 @@ TIME_ZONE_INFORMATION Zone(LONG bias, const SYSTEMTIME& standard, const SYSTEMTI
     return {bias, {}, standard, 0, {}, daylight, -60};
 }
 
-TEST(TimeZone, FollowsTheRuleOfTheDate) {
-    const auto berlin = Zone(-60, Sunday(10, 5, 3), Sunday(3, 5, 2));
-    const auto sydney = Zone(-600, Sunday(4, 1, 3), Sunday(10, 1, 2));
-    const auto kolkata = Zone(-330, SYSTEMTIME{}, SYSTEMTIME{});
+const TIME_ZONE_INFORMATION kBerlin = Zone(-60, Sunday(10, 5, 3), Sunday(3, 5, 2));
+
+void ExpectLocal(const TIME_ZONE_INFORMATION* zone, const SYSTEMTIME& universal, const SYSTEMTIME& local) {
+    SYSTEMTIME result{};
+    ASSERT_TRUE(SystemTimeToTzSpecificLocalTime(zone, &universal, &result));
+    EXPECT_EQ(Fields(result), Fields(local));
+}
+
+void ExpectUniversal(const TIME_ZONE_INFORMATION* zone, const SYSTEMTIME& local, const SYSTEMTIME& universal) {
+    SYSTEMTIME result{};
+    ASSERT_TRUE(TzSpecificLocalTimeToSystemTime(zone, &local, &result));
+    EXPECT_EQ(Fields(result), Fields(universal));
+}
+
+// `zone` is Berlin's, given or as that of the process.
+void ExpectBerlin(const TIME_ZONE_INFORMATION* zone) {
     const struct {
-        const TIME_ZONE_INFORMATION* zone;
         SYSTEMTIME universal, local;
     } rows[] = {
-        {&berlin, Date(2024, 3, 31, 0, 59, 59, 7), Date(2024, 3, 31, 1, 59, 59, 7)},
-        {&berlin, Date(2024, 3, 31, 1), Date(2024, 3, 31, 3)},
-        {&berlin, Date(2024, 10, 27, 0, 30), Date(2024, 10, 27, 2, 30)},  // the first of two
-        {&berlin, Date(2024, 12, 31, 23, 30), Date(2025, 1, 1, 0, 30)},
-        {&sydney, Date(2024, 1, 15, 12), Date(2024, 1, 15, 23)},
-        {&sydney, Date(2024, 7, 15, 12), Date(2024, 7, 15, 22)},
-        {&sydney, Date(2024, 4, 6, 16), Date(2024, 4, 7, 2)},  // the second; there is no way back
-        {&kolkata, Date(2024, 7, 15, 12), Date(2024, 7, 15, 17, 30)},
+        {Date(2024, 7, 15, 12), Date(2024, 7, 15, 14)},
+        {Date(2024, 3, 31, 0, 59, 59, 7), Date(2024, 3, 31, 1, 59, 59, 7)},
+        {Date(2024, 3, 31, 1), Date(2024, 3, 31, 3)},
+        {Date(2024, 10, 27, 0, 30), Date(2024, 10, 27, 2, 30)},  // the first of two
+        {Date(2024, 12, 31, 23, 30), Date(2025, 1, 1, 0, 30)},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(testing::PrintToString(Fields(row.universal)));
-        SYSTEMTIME result{};
-        ASSERT_TRUE(SystemTimeToTzSpecificLocalTime(row.zone, &row.universal, &result));
-        EXPECT_EQ(Fields(result), Fields(row.local));
-        ASSERT_TRUE(TzSpecificLocalTimeToSystemTime(row.zone, &row.local, &result));
-        if (row.zone != &sydney || row.universal.wMonth != 4) {
-            EXPECT_EQ(Fields(result), Fields(row.universal));
-        }
+        ExpectLocal(zone, row.universal, row.local);
+        ExpectUniversal(zone, row.local, row.universal);
     }
+    ExpectLocal(zone, Date(2024, 10, 27, 1, 30), Date(2024, 10, 27, 2, 30));
+    ExpectUniversal(zone, Date(2024, 3, 31, 2, 30), Date(2024, 3, 31, 0, 30));  // left out
+}
+
+TEST(TimeZone, FollowsTheRuleOfTheDate) {
+    ExpectBerlin(&kBerlin);
+    const auto sydney = Zone(-600, Sunday(4, 1, 3), Sunday(10, 1, 2));
+    const auto kolkata = Zone(-330, SYSTEMTIME{}, SYSTEMTIME{});
+    ExpectLocal(&sydney, Date(2024, 1, 15, 12), Date(2024, 1, 15, 23));
+    ExpectUniversal(&sydney, Date(2024, 1, 15, 23), Date(2024, 1, 15, 12));
+    ExpectLocal(&sydney, Date(2024, 7, 15, 12), Date(2024, 7, 15, 22));
+    ExpectLocal(&sydney, Date(2024, 4, 6, 16), Date(2024, 4, 7, 2));
+    ExpectLocal(&kolkata, Date(2024, 7, 15, 12), Date(2024, 7, 15, 17, 30));
+    ExpectUniversal(&kolkata, Date(2024, 7, 15, 17, 30), Date(2024, 7, 15, 12));
     SYSTEMTIME result{};
-    const SYSTEMTIME left_out = Date(2024, 3, 31, 2, 30);
-    ASSERT_TRUE(TzSpecificLocalTimeToSystemTime(&berlin, &left_out, &result));
-    EXPECT_EQ(Fields(result), Fields(Date(2024, 3, 31, 0, 30)));
     const SYSTEMTIME first = Date(1601, 1, 1), wrong = Date(2024, 2, 30);
-    EXPECT_EQ(ErrorOf(TzSpecificLocalTimeToSystemTime(&berlin, &first, &result)), ERROR_INVALID_PARAMETER);
-    EXPECT_EQ(ErrorOf(SystemTimeToTzSpecificLocalTime(&berlin, &wrong, &result)), ERROR_INVALID_PARAMETER);
+    EXPECT_EQ(ErrorOf(TzSpecificLocalTimeToSystemTime(&kBerlin, &first, &result)), ERROR_INVALID_PARAMETER);
+    EXPECT_EQ(ErrorOf(SystemTimeToTzSpecificLocalTime(&kBerlin, &wrong, &result)), ERROR_INVALID_PARAMETER);
+}
+
+TEST(TimeZone, OfTheProcessIsFollowedLikewise) {
+    SKIP_OUTSIDE_CENTRAL_EUROPE();
+    ExpectBerlin(nullptr);
+    const auto seconds = [](int month, int day, int is_daylight, int hour) {
+        std::tm tm{};
+        tm.tm_year = 124;
+        tm.tm_mon = month - 1;
+        tm.tm_mday = day;
+        tm.tm_hour = hour;
+        tm.tm_isdst = is_daylight;
+        return _mktime64(&tm);
+    };
+    constexpr __time64_t kDay = 1711843200, kAutumnDay = 1729987200;  // 2024-03-31 and 2024-10-27 at 00:00 UTC
+    constexpr int kHour = 3600;
+    EXPECT_EQ(seconds(3, 31, -1, 3), kDay + kHour);
+    EXPECT_EQ(seconds(3, 31, -1, 2), kDay) << "left out";
+    EXPECT_EQ(seconds(3, 31, 0, 3), kDay + 2 * kHour) << "said to be standard time";
+    EXPECT_EQ(seconds(10, 27, 1, 2), kAutumnDay) << "the first of two";
+    EXPECT_EQ(seconds(9, 57, -1, 2), kAutumnDay + kHour) << "the second, of a day that its month does not have";
 }
 
 TEST(Clock, ItsFacesAgree) {

@@ -53,8 +53,8 @@ private:
     std::vector<std::thread> threads_;
 };
 
-// A signal goes to who waits at that moment, although nobody runs until later.
-TEST(SleepingThreads, AreReleasedByASignalThatIsTakenBackAtOnce) {
+// A signal goes to who waits at that moment, although nobody runs until later and it may be taken back by then.
+TEST(LinuxProcesses, HaveSleepingThreadsThatEachTakeASignal) {
     for (const BOOL manual : {FALSE, TRUE}) {
         SCOPED_TRACE(manual);
         const Handle event(CreateEventW(nullptr, manual, FALSE, nullptr)), never(CreateEventW(nullptr, TRUE, FALSE, nullptr));
@@ -69,9 +69,6 @@ TEST(SleepingThreads, AreReleasedByASignalThatIsTakenBackAtOnce) {
         EXPECT_EQ(joint.Results(), std::vector{WAIT_OBJECT_0 + 1});
         EXPECT_EQ(WaitForSingleObject(event, 0), WAIT_TIMEOUT);
     }
-}
-
-TEST(SleepingThreads, EachTakeOneOfSeveralSignals) {
     const Handle event(CreateEventW(nullptr, FALSE, FALSE, nullptr));
     Sleepers sleepers(3, [&] { return WaitForSingleObject(event, kPatience); });
     for (int i = 0; i < 3; ++i) {

@@ -62,19 +62,19 @@ TEST(DirectoryFiles, AreListedAndDeletedByPattern) {
 
 TEST(DirectoryFiles, AreDeletedByAge) {
     const TempFolder folder;
-    const std::pair<LPCTSTR, LONGLONG> files[] = {{_T("border"), kNow - 2 * kDay},     {_T("older"), kNow - 2 * kDay - 1},
-                                                  {_T("before 1970"), -1'000'000'000}, {_T("locked"), 0},
-                                                  {_T("future"), kNow + kDay},         {_T("old.other"), 0}};
+    const std::pair<LPCTSTR, LONGLONG> files[] = {{_T("border.x"), kNow - 2 * kDay},     {_T("older.x"), kNow - 2 * kDay - 1},
+                                                  {_T("before 1970.x"), -1'000'000'000}, {_T("locked.x"), 0},
+                                                  {_T("future.x"), kNow + kDay},         {_T("old.other"), 0}};
     for (const auto& [name, writtenAt] : files)
         SetWrittenAt(folder.Write(name, "x"), writtenAt);
     folder.MakeFolder(_T("sub"));
     const CString dir = folder.Path().c_str();
     {
-        const test::Handle holder = test::Exclusive(folder.Path(_T("locked")));
-        EXPECT_EQ(CDirectory::DeleteOlderFiles(dir, _T("*."), 2, kNow), 2);
+        const test::Handle holder = test::Exclusive(folder.Path(_T("locked.x")));
+        EXPECT_EQ(CDirectory::DeleteOlderFiles(dir, _T("*.x"), 2, kNow), 2);
     }
     EXPECT_EQ(CDirectory::DeleteOlderFiles(dir, _T("*.*"), 0xFFFFFFFF, kNow), 0);
-    EXPECT_EQ(NamesIn(dir), "border future locked old.other sub ");
+    EXPECT_EQ(NamesIn(dir), "border.x future.x locked.x old.other sub ");
     EXPECT_EQ(CDirectory::DeleteOlderFiles(dir, _T("*.*"), 1), 4);
     folder.Write(_T("new"), "");
     EXPECT_EQ(CDirectory::DeleteOlderFiles(dir + _T("\\"), _T("*.*"), 0, kNow), 1);

@@ -68,7 +68,7 @@ TEST(DirectoryPlaces, HaveTheToothLibraryWhereTheSettingsSay) {
                 {"off", REG_DWORD, off, REG_SZ, _T("D:\\lib\\"), 8 * sizeof(TCHAR), beside},
                 {"switch of another type", REG_BINARY, on, REG_SZ, _T("D:\\lib\\"), 8 * sizeof(TCHAR), beside},
                 {"path of another type", REG_DWORD, on, REG_BINARY, _T("D:\\lib\\"), 8 * sizeof(TCHAR), beside},
-                {"not terminated", REG_DWORD, on, REG_SZ, _T("D:\\lib\\"), 7 * sizeof(TCHAR), beside},
+                {"not terminated", REG_DWORD, on, REG_SZ, _T("D:\\library"), 7 * sizeof(TCHAR), beside},
                 {"520 bytes", REG_DWORD, on, REG_SZ, longest, sizeof longest, longest},
                 {"522 bytes", REG_DWORD, on, REG_SZ, tooLong, sizeof tooLong, beside}};
     EXPECT_EQ(CDirectory::GetToothLibPath(), beside + ResourceText(20559));

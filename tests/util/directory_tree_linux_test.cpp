@@ -17,14 +17,14 @@ using test::TempFolder;
 namespace {
 
 // A tree, and beside it a directory with a file that has to stay.
-class DirectoryLinks : public testing::Test {
+class LinuxFiles : public testing::Test {
 protected:
-    DirectoryLinks() {
+    LinuxFiles() {
         m_folder.MakeFolder(_T("tree\\a\\b"));
         m_folder.MakeFolder(_T("outside"));
         m_folder.Write(_T("outside\\canary"), "alive");
     }
-    ~DirectoryLinks() override { EXPECT_EQ(m_folder.Read(_T("outside\\canary")), "alive"); }
+    ~LinuxFiles() override { EXPECT_EQ(m_folder.Read(_T("outside\\canary")), "alive"); }
 
     std::string Path(LPCTSTR name) const { return Native(m_folder.Path(name)); }
     void Link(const std::string& target, LPCTSTR name) const { ASSERT_EQ(symlink(target.c_str(), Path(name).c_str()), 0); }
@@ -34,7 +34,7 @@ protected:
 };
 
 // Rights count in these; whoever cannot lose them skips.
-class DirectoryRights : public testing::Test {
+class LinuxRights : public testing::Test {
 protected:
     void SetUp() override {
         if (!m_unprivileged.Active())
@@ -51,7 +51,7 @@ protected:
 
 }  // namespace
 
-TEST_F(DirectoryLinks, AreRemovedThemselves) {
+TEST_F(LinuxFiles, AreRemovedThemselves) {
     Link(Path(_T("outside")), _T("tree\\to a directory"));
     Link(Path(_T("outside\\canary")), _T("tree\\a\\to a file"));
     Link("nowhere", _T("tree\\broken"));
@@ -63,7 +63,7 @@ TEST_F(DirectoryLinks, AreRemovedThemselves) {
 
 // One thread removes; another one takes a directory out of the tree and puts a link to the outside into its place, and back.
 // Both hold files of the same names, so that whoever goes by paths deletes outside.
-TEST_F(DirectoryLinks, SwappedInMeanwhileAreNotFollowed) {
+TEST_F(LinuxFiles, SwappedInMeanwhileAreNotFollowed) {
     const std::string inner = Path(_T("tree\\a\\b")), aside = Path(_T("aside")), outside = Path(_T("outside"));
     const auto fill = [&](const test::Text& name) {
         m_folder.MakeFolder(name);
@@ -98,7 +98,7 @@ TEST_F(DirectoryLinks, SwappedInMeanwhileAreNotFollowed) {
     }
 }
 
-TEST_F(DirectoryRights, MissingOnesAreToldAndWhatCannotBeListedStays) {
+TEST_F(LinuxRights, MissingOnesAreToldAndWhatCannotBeListedStays) {
     SetMode(_T("tree"), 0500);
     const CString file = m_tree + _T("\\file"), made = m_tree + _T("\\new");
     EXPECT_EQ(ExpectAccessDenied(made, [&] { CDirectory::Make(made + _T("\\er")); }), LONG{ERROR_ACCESS_DENIED});

@@ -37,12 +37,12 @@ TEST(DirectoryTree, IsNotRemovedWhenItIsNone) {
 TEST(DirectoryTree, IsRemovedWhenLargeAndDeep) {
     const TempFolder folder;
     test::Text deep = _T("tree");
-    for (int i = 0; i < 300; ++i)
+    for (int i = 0; i < 100; ++i)
         deep += _T("\\deep");
     CDirectory::Make(folder.Path(deep).c_str());
     folder.Write(deep + _T("\\end"), "x");
-    for (int i = 0; i < 20'000; ++i)
-        folder.Write(test::Widen("tree\\entry " + std::to_string(i)), "");
+    for (int i = 0; i < 400; ++i)  // a listing of several blocks
+        folder.Write(test::Widen("tree\\entry " + std::string(200, 'x') + std::to_string(i)), "");
     folder.Write(test::Widen("tree\\name with blanks \xC3\xBC" + std::string(236, 'x')), "");  // 255 bytes
     EXPECT_EQ(CDirectory::Remove(folder.Path(_T("tree\\")).c_str()), 1);
     EXPECT_FALSE(folder.Has(_T("tree")));

@@ -92,7 +92,7 @@ bool ReadSpace(LPCWSTR folder, struct statvfs& space) {
     }
     struct stat status;
     if (stat(native->c_str(), &status) != 0 || statvfs(native->c_str(), &space) != 0) {
-        return Fail(errno == ENOENT ? ERROR_PATH_NOT_FOUND : ErrorFromErrno(errno)) != FALSE;
+        return FailForPath(*native, errno) != FALSE;
     }
     return S_ISDIR(status.st_mode) || Fail(ERROR_DIRECTORY) != FALSE;
 }

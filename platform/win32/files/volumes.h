@@ -27,8 +27,8 @@ KADATA_API DWORD GetLogicalDriveStringsW(DWORD size, LPWSTR buffer) noexcept;
 // `root` is "X:\" (the backslash may be missing); null is the current directory's drive. DRIVE_NO_ROOT_DIR for everything else.
 KADATA_API UINT GetDriveTypeW(LPCWSTR root) noexcept;
 
-// `folder` is any folder of the volume, null the current one; null outputs are left out. Bytes. ERROR_PATH_NOT_FOUND
-// when it is missing, ERROR_DIRECTORY when it is a file.
+// `folder` is any folder of the volume, null the current one; null outputs are left out. Bytes. ERROR_FILE_NOT_FOUND when it
+// is missing, ERROR_PATH_NOT_FOUND when a folder on the way is, ERROR_DIRECTORY when it is a file.
 KADATA_API BOOL GetDiskFreeSpaceExW(LPCWSTR folder, PULARGE_INTEGER free_to_caller, PULARGE_INTEGER total,
                                     PULARGE_INTEGER free) noexcept;
 

@@ -117,9 +117,10 @@ bool Module::IsSameAs(const Module& other) const noexcept {
 
 FARPROC Module::FindFunction(const char* name) const noexcept {
     if (served_ != nullptr) {
-        const auto row = std::find_if(served_->functions.begin(), served_->functions.end(),
+        const std::span<const ServedFunction> functions = served_->functions();
+        const auto row = std::find_if(functions.begin(), functions.end(),
                                       [name](const ServedFunction& function) { return function.name == name; });
-        return row == served_->functions.end() ? nullptr : row->function;
+        return row == functions.end() ? nullptr : row->function;
     }
     void* const address = shared_object_ == nullptr ? nullptr : dlsym(shared_object_, name);
     Dl_info info{};

@@ -17,14 +17,10 @@ struct ServedFunction {
 // One module, for example "Advapi32.dll", and what GetProcAddress finds in it.
 struct ServedModule {
     std::u16string_view name;
-    std::span<const ServedFunction> functions;
+    std::span<const ServedFunction> (*functions)();
 };
 
-// Makes a module known to LoadLibraryW, under its name without regard to case. `module` must stay for ever. Safe from every
-// thread; of two with one name the later is found. Throws std::bad_alloc.
-void ServeModule(const ServedModule& module);
-
-// Null when no module of that name is served.
+// By its name without regard to case; null when no module of that name is served.
 const ServedModule* FindServedModule(std::u16string_view name) noexcept;
 
 }  // namespace kawin

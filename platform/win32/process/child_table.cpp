@@ -56,12 +56,6 @@ void ReleaseChild(pid_t process) {
     }
 }
 
-bool IsChild(pid_t process) {
-    Table& table = TheTable();
-    const std::lock_guard lock(table.mutex);
-    return table.children.contains(process);
-}
-
 void SetKillCode(pid_t process, DWORD code) {
     Table& table = TheTable();
     const std::lock_guard lock(table.mutex);

@@ -14,7 +14,6 @@ namespace kawin {
 // Counts one object for the process, if it is one of those children or `is_new` says so.
 void RetainChild(pid_t process, bool is_new);
 void ReleaseChild(pid_t process);
-bool IsChild(pid_t process);
 
 // The exit code that the first TerminateProcess was given for a child.
 void SetKillCode(pid_t process, DWORD code);

@@ -84,8 +84,9 @@ KADATA_API BOOL CreateProcessW(LPCWSTR application, LPWSTR command_line, LPSECUR
                                LPSECURITY_ATTRIBUTES thread_security, BOOL inherit, DWORD flags, LPVOID environment,
                                LPCWSTR directory, LPSTARTUPINFOW startup, LPPROCESS_INFORMATION info) noexcept;
 
-// A handle of a running process for SYNCHRONIZE (waits), PROCESS_TERMINATE and the query rights; null with
-// ERROR_INVALID_PARAMETER when there is none with that number, ERROR_ACCESS_DENIED when the rights are not to be had.
+// A handle of a process for SYNCHRONIZE (waits), PROCESS_TERMINATE and the query rights; also of one that has ended, as long as
+// its parent has a handle or has not collected it. Null with ERROR_INVALID_PARAMETER when there is none with that number,
+// ERROR_ACCESS_DENIED when the rights are not to be had.
 KADATA_API HANDLE OpenProcess(DWORD access, BOOL inherit, DWORD process_id) noexcept;
 
 // STILL_ACTIVE while it runs. ERROR_ACCESS_DENIED when the handle lacks the query rights, ERROR_NOT_SUPPORTED for an ended

@@ -105,10 +105,6 @@ ObjectRef<ProcessObject> FindProcess(DWORD process_id, DWORD access) {
         return {};
     }
     auto object = MakeObject<ProcessObject>(process, descriptor, access, false);
-    if (object->HasEnded() && !IsChild(process)) {
-        SetLastError(ERROR_INVALID_PARAMETER);
-        return {};
-    }
     if ((access & PROCESS_TERMINATE) != 0 && SendSignal(descriptor, 0) == EPERM) {
         SetLastError(ERROR_ACCESS_DENIED);
         return {};

@@ -36,7 +36,7 @@ private:
     DWORD access_;
 };
 
-// A new object for a running process or a child of this one; empty with the last error set.
+// A new object for a process whose number is still taken; empty with the last error set.
 ObjectRef<ProcessObject> FindProcess(DWORD process_id, DWORD access);
 
 }  // namespace kawin

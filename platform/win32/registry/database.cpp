@@ -1,11 +1,10 @@
 #include "database.h"
 
-#include <unistd.h>
-
 namespace kawin {
 namespace {
 
 constexpr int kBusyMilliseconds = 5000;
+constexpr int kIndexRegion = 32768;  // the size of one region of the log's index
 
 }  // namespace
 
@@ -45,15 +44,58 @@ int Database::Open(const std::string& path, bool create) {
     if (result == SQLITE_OK) {
         sqlite3_extended_result_codes(handle, 1);
         sqlite3_busy_timeout(handle, kBusyMilliseconds);
+        // A damaged file must not get further than a failure.
+        sqlite3_db_config(handle, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+        sqlite3_db_config(handle, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
         // Without the log's files a user who may only read could not open the machine's hive.
         int persist = 1;
         sqlite3_file_control(handle, "main", SQLITE_FCNTL_PERSIST_WAL, &persist);
-        result = Execute("PRAGMA synchronous = NORMAL");
+        result = Execute("PRAGMA synchronous = NORMAL; PRAGMA cell_size_check = ON");
     }
     if (result != SQLITE_OK) {
         Close();
     }
     return result;
+}
+
+void Database::Close() noexcept {
+    for (Statement* const statement : {&begin_, &commit_, &roll_back_}) {
+        statement->Finalize();
+    }
+    handle_.reset();
+}
+
+void Database::Abandon() noexcept {
+    for (Statement* const statement : {&begin_, &commit_, &roll_back_}) {
+        statement->Abandon();
+    }
+    static_cast<void>(handle_.release());
+}
+
+int Database::Begin() noexcept {
+    const int result = Run(*this, begin_).Step();
+    return result == SQLITE_DONE ? SQLITE_OK : result;
+}
+
+int Database::Commit() noexcept {
+    const int result = Run(*this, commit_).Step();
+    return result == SQLITE_DONE ? SQLITE_OK : result;
+}
+
+void Database::RollBack() noexcept {
+    Run(*this, roll_back_).Step();
+}
+
+const std::uint32_t* Database::SharedIndex() const noexcept {
+    sqlite3_file* file = nullptr;
+    if (sqlite3_file_control(handle_.get(), "main", SQLITE_FCNTL_FILE_POINTER, &file) != SQLITE_OK || file == nullptr ||
+        file->pMethods == nullptr || file->pMethods->iVersion < 2) {
+        return nullptr;
+    }
+    void volatile* region = nullptr;
+    const int result = file->pMethods->xShmMap(file, 0, kIndexRegion, 0, &region);
+    return result == SQLITE_OK || result == SQLITE_READONLY ? static_cast<const std::uint32_t*>(const_cast<void*>(region))
+                                                            : nullptr;
 }
 
 Run::Run(const Database& database, Statement& statement) noexcept {
@@ -65,9 +107,9 @@ Run::Run(const Database& database, Statement& statement) noexcept {
     statement_ = statement.compiled_.get();
 }
 
+// What was bound is gone when the run ends, and is bound anew before the next.
 Run::~Run() {
     sqlite3_reset(statement_);
-    sqlite3_clear_bindings(statement_);
 }
 
 Run& Run::Bind(std::int64_t value) noexcept {
@@ -75,22 +117,20 @@ Run& Run::Bind(std::int64_t value) noexcept {
     return *this;
 }
 
-Run& Run::Bind(std::string_view text) noexcept {
-    Note(sqlite3_bind_text(statement_, next_++, text.empty() ? "" : text.data(), static_cast<int>(text.size()), SQLITE_STATIC));
+Run& Run::Bind(std::u16string_view text) noexcept {
+    Note(sqlite3_bind_text16(statement_, next_++, text.empty() ? u"" : text.data(),
+                             static_cast<int>(text.size() * sizeof(char16_t)), SQLITE_STATIC));
     return *this;
 }
 
-Run& Run::BindBytes(const void* bytes, std::size_t size) noexcept {
+Run& Run::BindBytes(std::string_view bytes) noexcept {
     // A null pointer would store NULL, not an empty value.
-    Note(sqlite3_bind_blob64(statement_, next_++, size == 0 ? "" : bytes, size, SQLITE_STATIC));
+    Note(sqlite3_bind_blob64(statement_, next_++, bytes.empty() ? "" : bytes.data(), bytes.size(), SQLITE_STATIC));
     return *this;
 }
 
 int Run::Step() noexcept {
-    if (result_ != SQLITE_OK) {
-        return result_;
-    }
-    return sqlite3_step(statement_);
+    return result_ != SQLITE_OK ? result_ : sqlite3_step(statement_);
 }
 
 std::string_view Run::Bytes(int column) const noexcept {
@@ -99,14 +139,21 @@ std::string_view Run::Bytes(int column) const noexcept {
     return bytes == nullptr ? std::string_view() : std::string_view(bytes, static_cast<std::size_t>(size));
 }
 
+std::u16string_view Run::Text(int column) const noexcept {
+    const auto* const text = static_cast<const char16_t*>(sqlite3_column_text16(statement_, column));
+    const int bytes = sqlite3_column_bytes16(statement_, column);
+    return text == nullptr ? std::u16string_view()
+                           : std::u16string_view(text, static_cast<std::size_t>(bytes) / sizeof(char16_t));
+}
+
 Transaction::~Transaction() {
     if (begun_ == SQLITE_OK && !committed_) {
-        database_.Execute("ROLLBACK");
+        database_.RollBack();
     }
 }
 
 int Transaction::Commit() noexcept {
-    const int result = database_.Execute("COMMIT");
+    const int result = database_.Commit();
     committed_ = result == SQLITE_OK;
     return result;
 }

@@ -1,392 +1,239 @@
 #include "hive.h"
 
-#include <errno.h>
-#include <fcntl.h>
-#include <sys/file.h>
+#include <time.h>
 #include <unistd.h>
 
-#include <algorithm>
-#include <optional>
+#include <map>
+#include <memory>
 
-#include "../base/path_map.h"
+#include "../base/diagnose.h"
 #include "../base/utf.h"
-#include "../files/xdg.h"
 #include "../process/native_environment.h"
-#include "../text/case_fold.h"
+#include "../process/process.h"
 
 namespace kawin {
 namespace {
 
-constexpr std::int64_t kSchemaVersion = 1;
-constexpr mode_t kUserFolderRights = 0700;
-constexpr mode_t kMachineFolderRights = 0755;  // every user reads the machine's settings
-
-// Rows are never numbered twice, so that a handle of a removed key cannot come to mean another one. Key 0 is the hive's root
-// and has no row.
-constexpr const char* kSchema =
-    "CREATE TABLE IF NOT EXISTS keys ("
-    " id INTEGER PRIMARY KEY AUTOINCREMENT, parent INTEGER NOT NULL, folded TEXT NOT NULL, name TEXT NOT NULL, UNIQUE (parent, "
-    "folded));"
-    "CREATE TABLE IF NOT EXISTS entries ("
-    " key INTEGER NOT NULL, folded TEXT NOT NULL, name TEXT NOT NULL, type INTEGER NOT NULL, data BLOB NOT NULL,"
-    " PRIMARY KEY (key, folded)) WITHOUT ROWID;"
-    "PRAGMA application_id = 1262572882;"  // "KARR"
-    "PRAGMA user_version = 1";
-
-std::string Folded(std::u16string_view name) {
-    std::u16string folded(name);
-    std::transform(folded.begin(), folded.end(), folded.begin(), [](char16_t unit) { return FoldSimple(unit); });
-    return ToUtf8(folded);
+// A few nanoseconds, no system call.
+std::int64_t CoarseSeconds() noexcept {
+    timespec now{};
+    clock_gettime(CLOCK_MONOTONIC_COARSE, &now);
+    return now.tv_sec;
 }
 
-// Cuts the next non-empty part off the path; empty at the end.
-std::u16string_view NextPart(std::u16string_view& path) {
-    path.remove_prefix(std::min(path.find_first_not_of(u'\\'), path.size()));
-    const std::u16string_view part = path.substr(0, path.find(u'\\'));
-    path.remove_prefix(part.size());
-    return part;
+bool Is(LSTATUS status, DWORD error) noexcept {
+    return status == static_cast<LSTATUS>(error);
 }
 
-std::string FolderOf(const std::string& file) {
-    return file.substr(0, file.rfind('/'));
-}
-
-bool MayWrite(const std::string& native) {
-    return faccessat(AT_FDCWD, native.c_str(), W_OK, AT_EACCESS) == 0;
-}
-
-bool IsThere(const std::string& native) {
-    return faccessat(AT_FDCWD, native.c_str(), F_OK, AT_EACCESS) == 0;
-}
-
-// Held while a hive is made: two processes that both find none must not both lay it out.
-class FolderLock {
-public:
-    explicit FolderLock(const std::string& folder) : folder_(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
-        while (folder_ >= 0 && flock(folder_, LOCK_EX) != 0 && errno == EINTR) {
-        }
-    }
-    FolderLock(const FolderLock&) = delete;
-    FolderLock& operator=(const FolderLock&) = delete;
-    ~FolderLock() {
-        if (folder_ >= 0) {
-            close(folder_);
-        }
-    }
-
-private:
-    int folder_;
+// The hive in use of each kind, and for how many changes of the environment that is known to be right.
+struct HiveSlot {
+    std::atomic<Hive*> hive{nullptr};
+    std::atomic<unsigned> seen_changes{0};
+    std::atomic<bool> known{false};
 };
-
-std::optional<std::int64_t> Number(const Database& database, const char* pragma, int& result) {
-    Statement statement(pragma);
-    Run run(database, statement);
-    result = run.Step();
-    return result == SQLITE_ROW ? std::optional<std::int64_t>(run.Integer(0)) : std::nullopt;
-}
-
-std::string HiveFile(HiveKind kind) {
-    const std::string name = kind == HiveKind::user ? "/user.registry" : "/machine.registry";
-    if (const std::string folder = NativeVariable("KADATA_REGISTRY_DIR").value_or(""); !folder.empty()) {
-        return (folder[0] == '/' ? folder : ToNativePath(FromFileName(folder).c_str()).value_or(folder)) + name;
-    }
-    if (kind == HiveKind::machine) {
-        return "/var/lib/kadata" + name;
-    }
-    const std::string config = XdgFolder("XDG_CONFIG_HOME", ".config");
-    return config.empty() ? config : config + "/kadata" + name;
-}
 
 struct HiveSlots {
     std::mutex mutex;
-    std::shared_ptr<Hive> hives[2];  // guarded by mutex
+    std::map<std::string, std::unique_ptr<Hive>> hives;  // guarded by mutex
+    HiveSlot slots[2];
 };
+
+Hive* ResolveHive(HiveSlots& all, HiveKind kind) {
+    const std::lock_guard lock(all.mutex);
+    HiveSlot& slot = all.slots[kind == HiveKind::user ? 0 : 1];
+    const unsigned changes = EnvironmentChanges();
+    const std::string file = HiveFile(kind);
+    Hive* hive = nullptr;
+    if (!file.empty()) {
+        std::unique_ptr<Hive>& known = all.hives[file];
+        if (known == nullptr) {
+            known = std::make_unique<Hive>(file);
+        }
+        hive = known.get();
+    }
+    Hive* const before = slot.hive.exchange(hive);
+    if (before != nullptr && before != hive) {
+        before->LetGo();
+    }
+    slot.seen_changes = changes;
+    slot.known = true;
+    return hive;
+}
 
 }  // namespace
 
-bool Hive::IsWritable() {
+Hive* FindHive(HiveKind kind) {
+    static HiveSlots& all = *new HiveSlots;  // never destroyed: other threads may still ask while the process ends
+    const HiveSlot& slot = all.slots[kind == HiveKind::user ? 0 : 1];
+    if (slot.known.load(std::memory_order_acquire) && slot.seen_changes.load(std::memory_order_relaxed) == EnvironmentChanges()) {
+        return slot.hive.load(std::memory_order_acquire);
+    }
+    return ResolveHive(all, kind);
+}
+
+const CachedAnswer* Hive::Known(const CacheQuestion& question) const {
+    if (index_ == nullptr || CoarseSeconds() >= next_check_.load(std::memory_order_relaxed)) {
+        return nullptr;
+    }
+    return cache_.Find(CommitMark(index_), question);
+}
+
+// Reads the database and keeps the answer if nobody wrote meanwhile. Nothing that failed is kept.
+CachedAnswer Hive::Look(const CacheQuestion& question) {
     const std::lock_guard lock(mutex_);
-    if (IsThere(file_)) {
-        return MayWrite(file_) && MayWrite(FolderOf(file_));
+    CachedAnswer answer;
+    answer.status = Attach();
+    if (answer.status != ERROR_SUCCESS) {
+        answer.status = AfterReading(answer.status);
+        return answer;
     }
-    std::string folder = FolderOf(file_);
-    while (!folder.empty() && !IsThere(folder)) {
-        folder = FolderOf(folder);
+    const CommitMark before = Mark();
+    answer.status = tables_.FindKey(question.from, question.path, answer.key);
+    if (answer.status == ERROR_SUCCESS && question.value) {
+        RegistryValue value;
+        answer.status = tables_.Read(answer.key, question.name, value);
+        answer.type = value.type;
+        answer.bytes = std::move(value.bytes);
     }
-    return MayWrite(folder.empty() ? "/" : folder);
+    answer.status = AfterReading(answer.status);
+    if (index_ != nullptr && (answer.status == ERROR_SUCCESS || Is(answer.status, ERROR_FILE_NOT_FOUND)) && Mark() == before) {
+        const std::unique_lock cache_lock(cache_mutex_);
+        cache_.Keep(before, question, answer);
+    }
+    return answer;
 }
 
-void Hive::Detach() noexcept {
-    for (Statement* const statement : statements_) {
-        statement->Finalize();
+bool Hive::MayWrite() {
+    {
+        const std::lock_guard lock(mutex_);
+        if (tables_.GetDatabase().IsOpen() && CoarseSeconds() < next_check_.load(std::memory_order_relaxed)) {
+            return !tables_.GetDatabase().IsReadOnly();
+        }
     }
-    database_.Close();
+    return MayWriteHive(file_);
 }
 
-void Hive::AbandonParents() noexcept {
-    for (Statement* const statement : statements_) {
-        statement->Abandon();
+void Hive::Detach() {
+    {
+        const std::unique_lock lock(cache_mutex_);
+        index_ = nullptr;
+        cache_.Clear();
     }
-    database_.Abandon();
+    tables_.Close();
 }
 
-// ERROR_FILE_NOT_FOUND for a file that has not been laid out yet; ERROR_BADDB for one that is damaged or newer than this code.
-LSTATUS Hive::CheckSchema() {
-    int result = SQLITE_OK;
-    const std::optional<std::int64_t> version = Number(database_, "PRAGMA user_version", result);
-    if (!version) {
-        return ErrorFromSqlite(result);
-    }
-    if (*version == 0) {
-        return ERROR_FILE_NOT_FOUND;
-    }
-    return *version == kSchemaVersion ? ERROR_SUCCESS : ERROR_BADDB;
-}
-
-LSTATUS Hive::Attach() {
-    if (database_.IsOpen() && owner_ != getpid()) {
-        AbandonParents();
-    }
-    if (database_.IsOpen()) {
-        return ERROR_SUCCESS;
-    }
-    if (!IsThere(file_)) {
-        return ERROR_FILE_NOT_FOUND;
-    }
-    return OpenFile(false);
+void Hive::LetGo() {
+    const std::lock_guard lock(mutex_);
+    Detach();
 }
 
 LSTATUS Hive::OpenFile(bool create) {
     owner_ = getpid();
-    LSTATUS status = ErrorFromSqlite(database_.Open(file_, create));
-    if (status == ERROR_SUCCESS) {
-        status = create ? CreateSchema() : CheckSchema();
-    }
+    opened_ = IdentityOf(file_);
+    const LSTATUS status = tables_.Open(file_, create);
     if (status != ERROR_SUCCESS) {
+        return status;
+    }
+    const FileIdentity now = IdentityOf(file_);
+    if (create && !opened_) {
+        opened_ = now;
+    } else if (!(now == opened_)) {  // replaced in between
+        Detach();
+        return ERROR_BUSY;
+    }
+    const std::unique_lock lock(cache_mutex_);
+    cache_.Clear();
+    index_ = tables_.GetDatabase().SharedIndex();
+    return ERROR_SUCCESS;
+}
+
+LSTATUS Hive::Attach() {
+    if (tables_.GetDatabase().IsOpen() && owner_ != getpid()) {
+        const std::unique_lock lock(cache_mutex_);
+        index_ = nullptr;
+        cache_.Clear();
+        tables_.Abandon();
+    }
+    const FileIdentity now = IdentityOf(file_);
+    next_check_.store(CoarseSeconds() + 1, std::memory_order_relaxed);
+    if (tables_.GetDatabase().IsOpen()) {
+        if (now == opened_) {
+            return ERROR_SUCCESS;
+        }
         Detach();
     }
-    return status;
+    return now ? OpenFile(false) : ERROR_FILE_NOT_FOUND;
 }
 
-// Under the folder's lock only.
-LSTATUS Hive::CreateSchema() {
-    int result = database_.Execute("PRAGMA journal_mode = WAL");
-    if (result == SQLITE_OK) {
-        Transaction transaction(database_);
-        result = transaction.Begun();
-        if (result == SQLITE_OK) {
-            result = database_.Execute(kSchema);
-        }
-        if (result == SQLITE_OK) {
-            result = transaction.Commit();
-        }
-    }
-    return ErrorFromSqlite(result);
-}
-
-LSTATUS Hive::AttachForWriting() {
+LSTATUS Hive::AttachOrMake() {
     LSTATUS status = Attach();
-    if (status != static_cast<LSTATUS>(ERROR_FILE_NOT_FOUND)) {
-        return status == ERROR_SUCCESS && database_.IsReadOnly() ? ERROR_ACCESS_DENIED : status;
+    if (Is(status, ERROR_BADDB) && PutHiveAside(file_, opened_)) {
+        status = ERROR_FILE_NOT_FOUND;
     }
-    const std::string folder = FolderOf(file_);
-    const bool whole_machine = file_.compare(0, 5, "/var/") == 0;
-    if (!MakeFolders(folder, whole_machine ? kMachineFolderRights : kUserFolderRights)) {
+    if (!Is(status, ERROR_FILE_NOT_FOUND)) {
+        return status == ERROR_SUCCESS && tables_.GetDatabase().IsReadOnly() ? ERROR_ACCESS_DENIED : status;
+    }
+    if (!MakeHiveFolder(file_)) {
         return ERROR_ACCESS_DENIED;
     }
-    const FolderLock lock(folder);
+    const HiveFolderLock lock(file_);
     status = Attach();  // another process may have been faster
-    return status == static_cast<LSTATUS>(ERROR_FILE_NOT_FOUND) ? OpenFile(true) : status;
+    return Is(status, ERROR_FILE_NOT_FOUND) ? OpenFile(true) : status;
 }
 
-LSTATUS Hive::Child(KeyId parent, std::u16string_view name, KeyId& key) {
-    const std::string folded = Folded(name);
-    Run run(database_, find_key_);
-    const int result = run.Bind(parent).Bind(folded).Step();
-    if (result == SQLITE_ROW) {
-        key = run.Integer(0);
+LSTATUS Hive::BeforeWriting() {
+    if (transaction_thread_.load(std::memory_order_relaxed) == GetCurrentThreadId()) {
+        return ERROR_TRANSACTIONAL_CONFLICT;  // waiting for it would be waiting for this thread
     }
-    return result == SQLITE_DONE ? ERROR_FILE_NOT_FOUND : ErrorFromSqlite(result);
+    return AttachOrMake();
 }
 
-LSTATUS Hive::AddChild(KeyId parent, std::u16string_view name, KeyId& key) {
-    const std::string folded = Folded(name);
-    const std::string written = ToUtf8(name);
-    Run run(database_, add_key_);
-    const int result = run.Bind(parent).Bind(folded).Bind(written).Step();
-    key = sqlite3_last_insert_rowid(database_.Handle());
-    return ErrorFromSqlite(result);
-}
-
-LSTATUS Hive::Exists(KeyId key) {
-    if (key == kRootKey) {
-        return ERROR_SUCCESS;
+// What a reader sees of a hive that is damaged, cannot be opened or was made by a later version: an empty one.
+LSTATUS Hive::AfterReading(LSTATUS status) {
+    if (Is(status, ERROR_BADDB)) {
+        const FileIdentity damaged = opened_;
+        Detach();
+        PutHiveAside(file_, damaged);
+        return ERROR_FILE_NOT_FOUND;
     }
-    Run run(database_, key_exists_);
-    const int result = run.Bind(key).Step();
-    return result == SQLITE_DONE ? ERROR_KEY_DELETED : ErrorFromSqlite(result);
+    if (Is(status, ERROR_CRC)) {
+        Diagnose(u"A row of the settings database " + FromFileName(file_) + u" is damaged; its setting has its default");
+        return ERROR_FILE_NOT_FOUND;
+    }
+    return Is(status, ERROR_CANTOPEN) || Is(status, ERROR_REVISION_MISMATCH) ? static_cast<LSTATUS>(ERROR_FILE_NOT_FOUND)
+                                                                             : status;
 }
 
-LSTATUS Hive::Walk(KeyId from, std::u16string_view path, KeyId& key) {
+// A change that went to a file which was put aside meanwhile has to be made again, and so has one that found the damage itself.
+bool Hive::IsAnotherAttemptDue(LSTATUS status) {
+    if (Is(status, ERROR_BADDB)) {
+        const FileIdentity damaged = opened_;
+        Detach();
+        return PutHiveAside(file_, damaged);
+    }
+    return status == ERROR_SUCCESS && !(IdentityOf(file_) == opened_);
+}
+
+LSTATUS Hive::BeginTransaction(HiveTables& tables) {
     LSTATUS status = ERROR_SUCCESS;
-    key = from;
-    for (std::u16string_view part; status == ERROR_SUCCESS && !(part = NextPart(path)).empty();) {
-        status = Child(key, part, key);
-    }
-    return status;
-}
-
-LSTATUS Hive::WalkAndAdd(KeyId from, std::u16string_view path, KeyId& key, bool& created) {
-    LSTATUS status = Exists(from);
-    key = from;
-    created = false;
-    for (std::u16string_view part; status == ERROR_SUCCESS && !(part = NextPart(path)).empty();) {
-        status = Child(key, part, key);
-        created = status == static_cast<LSTATUS>(ERROR_FILE_NOT_FOUND);
-        if (created) {
-            status = AddChild(key, part, key);
+    {
+        const std::lock_guard lock(mutex_);
+        status = BeforeWriting();
+        if (status == ERROR_SUCCESS) {
+            status = tables.Open(file_, false);
         }
     }
+    if (status == ERROR_SUCCESS) {  // without the lock: it may have to wait for another writer
+        status = ErrorFromSqlite(tables.GetDatabase().Begin());
+    }
+    if (status == ERROR_SUCCESS) {
+        transaction_thread_ = GetCurrentThreadId();
+    }
     return status;
 }
 
-LSTATUS Hive::FindKey(KeyId from, std::u16string_view path, KeyId& key) {
-    const std::lock_guard lock(mutex_);
-    key = from;
-    if (from == kRootKey && path.find_first_not_of(u'\\') == path.npos) {
-        return ERROR_SUCCESS;  // the root is there even where no database is
-    }
-    const LSTATUS status = Attach();
-    if (status == static_cast<LSTATUS>(ERROR_BADDB) || status == static_cast<LSTATUS>(ERROR_CANTOPEN)) {
-        return ERROR_FILE_NOT_FOUND;
-    }
-    return status == ERROR_SUCCESS ? Walk(from, path, key) : status;
-}
-
-LSTATUS Hive::CreateKey(KeyId from, std::u16string_view path, KeyId& key, bool& created) {
-    const std::lock_guard lock(mutex_);
-    created = false;
-    if (Attach() == ERROR_SUCCESS && Walk(from, path, key) == ERROR_SUCCESS) {
-        return Exists(key);
-    }
-    LSTATUS status = AttachForWriting();
-    if (status != ERROR_SUCCESS) {
-        return status;
-    }
-    Transaction transaction(database_);
-    status = ErrorFromSqlite(transaction.Begun());
-    if (status == ERROR_SUCCESS) {
-        status = WalkAndAdd(from, path, key, created);
-    }
-    return status == ERROR_SUCCESS ? ErrorFromSqlite(transaction.Commit()) : status;
-}
-
-LSTATUS Hive::Read(KeyId key, std::u16string_view name, RegistryValue& value) {
-    const std::lock_guard lock(mutex_);
-    const LSTATUS status = Attach();
-    if (status != ERROR_SUCCESS) {
-        return key == kRootKey ? ERROR_FILE_NOT_FOUND : status;
-    }
-    const std::string folded = Folded(name);
-    Run run(database_, read_value_);
-    const int result = run.Bind(key).Bind(folded).Step();
-    if (result == SQLITE_ROW) {
-        value.type = static_cast<DWORD>(run.Integer(0));
-        value.bytes = run.Bytes(1);
-        return ERROR_SUCCESS;
-    }
-    if (result != SQLITE_DONE) {
-        return ErrorFromSqlite(result);
-    }
-    const LSTATUS existing = Exists(key);
-    return existing == ERROR_SUCCESS ? ERROR_FILE_NOT_FOUND : existing;
-}
-
-LSTATUS Hive::Write(KeyId key, std::u16string_view name, DWORD type, const void* bytes, std::size_t size) {
-    const std::lock_guard lock(mutex_);
-    LSTATUS status = AttachForWriting();
-    if (status != ERROR_SUCCESS) {
-        return status;
-    }
-    Transaction transaction(database_);
-    status = ErrorFromSqlite(transaction.Begun());
-    if (status == ERROR_SUCCESS) {
-        status = Exists(key);
-    }
-    if (status != ERROR_SUCCESS) {
-        return status;
-    }
-    const std::string folded = Folded(name);
-    const std::string written = ToUtf8(name);
-    {
-        Run run(database_, write_value_);
-        status = ErrorFromSqlite(run.Bind(key).Bind(folded).Bind(written).Bind(std::int64_t{type}).BindBytes(bytes, size).Step());
-    }
-    return status == ERROR_SUCCESS ? ErrorFromSqlite(transaction.Commit()) : status;
-}
-
-LSTATUS Hive::Remove(KeyId key, std::u16string_view name) {
-    const std::lock_guard lock(mutex_);
-    LSTATUS status = Attach();
-    if (status != ERROR_SUCCESS) {
-        return status;
-    }
-    const std::string folded = Folded(name);
-    Transaction transaction(database_);
-    status = ErrorFromSqlite(transaction.Begun());
-    if (status != ERROR_SUCCESS) {
-        return status;
-    }
-    {
-        Run run(database_, remove_value_);
-        status = ErrorFromSqlite(run.Bind(key).Bind(folded).Step());
-    }
-    if (status == ERROR_SUCCESS && sqlite3_changes(database_.Handle()) == 0) {
-        return ERROR_FILE_NOT_FOUND;
-    }
-    return status == ERROR_SUCCESS ? ErrorFromSqlite(transaction.Commit()) : status;
-}
-
-LSTATUS Hive::RemoveBelow(KeyId key, bool itself) {
-    Run values(database_, remove_values_below_);
-    const int result = values.Bind(key).Step();
-    if (result != SQLITE_DONE) {
-        return ErrorFromSqlite(result);
-    }
-    Run keys(database_, remove_keys_below_);
-    return ErrorFromSqlite(keys.Bind(key).Bind(std::int64_t{itself}).Step());
-}
-
-LSTATUS Hive::RemoveTree(KeyId from, std::u16string_view path) {
-    const std::lock_guard lock(mutex_);
-    LSTATUS status = Attach();
-    if (status != ERROR_SUCCESS) {
-        return status;
-    }
-    Transaction transaction(database_);
-    status = ErrorFromSqlite(transaction.Begun());
-    KeyId key = from;
-    if (status == ERROR_SUCCESS) {
-        status = Walk(from, path, key);
-    }
-    if (status == ERROR_SUCCESS) {
-        status = RemoveBelow(key, key != from);
-    }
-    return status == ERROR_SUCCESS ? ErrorFromSqlite(transaction.Commit()) : status;
-}
-
-std::shared_ptr<Hive> FindHive(HiveKind kind) {
-    static HiveSlots& slots = *new HiveSlots;  // never destroyed: other threads may still ask while the process ends
-    const std::string file = HiveFile(kind);
-    if (file.empty()) {
-        return nullptr;
-    }
-    const std::lock_guard lock(slots.mutex);
-    std::shared_ptr<Hive>& hive = slots.hives[kind == HiveKind::user ? 0 : 1];
-    if (hive == nullptr || hive->File() != file) {
-        hive = std::make_shared<Hive>(file);
-    }
-    return hive;
+void Hive::ForgetTransaction() noexcept {
+    transaction_thread_ = 0;
 }
 
 }  // namespace kawin

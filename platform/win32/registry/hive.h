@@ -1,87 +1,141 @@
 #pragma once
 
-// One hive: a tree of keys with values in a database of its own. Internal to the layer. Safe from every thread; one
-// instance per file and process.
+// One hive: the file, this process's connection to it, and what was read from it. Internal to the layer. Safe from every thread.
+//
+// A hive that is missing is empty. One that is damaged is put aside where that can be done, and is empty otherwise; the next
+// write makes a new one. Whether the file is still the one that was opened is looked up at each call that goes to the database,
+// and once a second by those that are answered from what was read before.
 
-#include <sys/types.h>
-
-#include <memory>
+#include <atomic>
 #include <mutex>
+#include <shared_mutex>
 #include <string>
 #include <string_view>
 
-#include "database.h"
+#include "hive_cache.h"
+#include "hive_file.h"
+#include "hive_tables.h"
 
 namespace kawin {
 
-using KeyId = std::int64_t;
-constexpr KeyId kRootKey = 0;
-
-struct RegistryValue {
-    DWORD type = REG_NONE;
-    std::string bytes;
-};
-
-// Names come as UTF-16 and are folded here; paths have backslashes between keys, empty parts are passed over.
 class Hive {
 public:
     explicit Hive(std::string file) : file_(std::move(file)) {}
 
     const std::string& File() const noexcept { return file_; }
 
-    // Whether this user could change the hive; where it does not exist yet, whether it could be created.
-    bool IsWritable();
+    // Answered from memory while nobody writes: `take(answer)` is called with the cached answer, under a lock, and its result
+    // returned.
+    template <class Take>
+    LSTATUS Ask(const CacheQuestion& question, Take take) {
+        {
+            const std::shared_lock lock(cache_mutex_);
+            if (const CachedAnswer* const answer = Known(question)) {
+                return take(*answer);
+            }
+        }
+        return take(Look(question));
+    }
 
-    LSTATUS FindKey(KeyId from, std::u16string_view path, KeyId& key);
-    LSTATUS CreateKey(KeyId from, std::u16string_view path, KeyId& key, bool& created);
-    LSTATUS Read(KeyId key, std::u16string_view name, RegistryValue& value);
-    LSTATUS Write(KeyId key, std::u16string_view name, DWORD type, const void* bytes, std::size_t size);
-    LSTATUS Remove(KeyId key, std::u16string_view name);
-    LSTATUS RemoveTree(KeyId from, std::u16string_view path);
+    // `work(tables)` over the database. ERROR_FILE_NOT_FOUND where there is none.
+    template <class Work>
+    LSTATUS Reading(Work work) {
+        const std::lock_guard lock(mutex_);
+        LSTATUS status = Attach();
+        if (status == ERROR_SUCCESS) {
+            status = work(tables_);
+        }
+        return AfterReading(status);
+    }
+
+    // `work(tables)` in a transaction of its own. Made again over a new database when the old one turns out to be damaged or
+    // replaced.
+    template <class Work>
+    LSTATUS Writing(Work work) {
+        return Changing([&work](HiveTables& tables) -> LSTATUS {
+            Transaction transaction(tables.GetDatabase());
+            LSTATUS status = ErrorFromSqlite(transaction.Begun());
+            if (status == ERROR_SUCCESS) {
+                status = work(tables);
+            }
+            return status == ERROR_SUCCESS ? ErrorFromSqlite(transaction.Commit()) : status;
+        });
+    }
+
+    // The same for a change of a value: one statement and so a transaction by itself.
+    template <class Work>
+    LSTATUS ChangingValue(Work work) {
+        return Changing([&](HiveTables& tables) {
+            const CommitMark before = Mark();
+            const LSTATUS status = work(tables);
+            if (status == ERROR_SUCCESS && before.IsUsable()) {
+                const std::unique_lock lock(cache_mutex_);
+                cache_.ForgetValues(before, Mark());
+            }
+            return status;
+        });
+    }
+
+    // Whether this user could change the hive, or make it.
+    bool MayWrite();
+
+    // Opens a second connection and begins a transaction on it, noted as this thread's until ForgetTransaction.
+    LSTATUS BeginTransaction(HiveTables& tables);
+    void ForgetTransaction() noexcept;
+
+    // Closes the connection; the next call opens it again.
+    void LetGo();
 
 private:
-    // All below: call with mutex_ held.
+    static constexpr int kAttempts = 3;
+
+    // Makes a change again over a new database when the old one turns out to be damaged or replaced.
+    template <class Work>
+    LSTATUS Changing(Work work) {
+        LSTATUS status = ERROR_BUSY;
+        for (int attempt = 0; attempt < kAttempts; ++attempt) {
+            const std::lock_guard lock(mutex_);
+            status = BeforeWriting();
+            if (status == ERROR_SUCCESS) {
+                status = work(tables_);
+            }
+            if (!IsAnotherAttemptDue(status)) {
+                break;
+            }
+        }
+        return status;
+    }
+
+    const CachedAnswer* Known(const CacheQuestion& question) const;  // with cache_mutex_ held
+    CachedAnswer Look(const CacheQuestion& question);
+
+    // With mutex_ held.
+    CommitMark Mark() const noexcept { return index_ != nullptr ? CommitMark(index_) : CommitMark(); }
     LSTATUS Attach();
-    LSTATUS AttachForWriting();
+    LSTATUS AttachOrMake();
     LSTATUS OpenFile(bool create);
-    LSTATUS CheckSchema();
-    LSTATUS CreateSchema();
-    void Detach() noexcept;
-    void AbandonParents() noexcept;
-    LSTATUS Child(KeyId parent, std::u16string_view name, KeyId& key);
-    LSTATUS AddChild(KeyId parent, std::u16string_view name, KeyId& key);
-    LSTATUS Exists(KeyId key);
-    LSTATUS RemoveBelow(KeyId key, bool itself);
-    LSTATUS Walk(KeyId from, std::u16string_view path, KeyId& key);
-    LSTATUS WalkAndAdd(KeyId from, std::u16string_view path, KeyId& key, bool& created);
+    void Detach();
+    LSTATUS BeforeWriting();
+    LSTATUS AfterReading(LSTATUS status);
+    bool IsAnotherAttemptDue(LSTATUS status);
 
     const std::string file_;
     std::mutex mutex_;
-    Database database_;  // guarded by mutex_; closed while there is no usable file
-    pid_t owner_ = 0;    // guarded by mutex_: the process that opened it; a forked child opens its own
 
     // guarded by mutex_
-    Statement find_key_{"SELECT id FROM keys WHERE parent = ? AND folded = ?"};
-    Statement add_key_{"INSERT INTO keys (parent, folded, name) VALUES (?, ?, ?)"};
-    Statement key_exists_{"SELECT 1 FROM keys WHERE id = ?"};
-    Statement read_value_{"SELECT type, data FROM entries WHERE key = ? AND folded = ?"};
-    Statement write_value_{
-        "INSERT INTO entries (key, folded, name, type, data) VALUES (?, ?, ?, ?, ?)"
-        " ON CONFLICT (key, folded) DO UPDATE SET type = excluded.type, data = excluded.data"};
-    Statement remove_value_{"DELETE FROM entries WHERE key = ? AND folded = ?"};
-    Statement remove_values_below_{
-        "WITH RECURSIVE below (id) AS (SELECT ? UNION ALL SELECT keys.id FROM keys JOIN below ON keys.parent = below.id)"
-        " DELETE FROM entries WHERE key IN below"};
-    Statement remove_keys_below_{
-        "WITH RECURSIVE below (id) AS (SELECT ?1 UNION ALL SELECT keys.id FROM keys JOIN below ON keys.parent = below.id)"
-        " DELETE FROM keys WHERE id IN below AND (?2 OR id <> ?1)"};
-    Statement* const statements_[8] = {&find_key_,    &add_key_,      &key_exists_,          &read_value_,
-                                       &write_value_, &remove_value_, &remove_values_below_, &remove_keys_below_};
+    HiveTables tables_;  // open or not
+    pid_t owner_ = 0;    // the process that opened it; a forked child opens its own
+    FileIdentity opened_;
+    std::atomic<DWORD> transaction_thread_{0};
+
+    std::shared_mutex cache_mutex_;  // taken after mutex_
+    // guarded by cache_mutex_
+    const std::uint32_t* index_ = nullptr;  // the database's; null while there is none
+    HiveCache cache_;
+    std::atomic<std::int64_t> next_check_{0};  // seconds of the coarse clock; then the file is looked at
 };
 
-enum class HiveKind { user, machine };
-
-// The hive where the environment says that it lies now; empty when there is no home folder to look in.
-std::shared_ptr<Hive> FindHive(HiveKind kind);
+// Where the environment says that it lies now; null when there is no home folder to look in. Hives stay for ever.
+Hive* FindHive(HiveKind kind);
 
 }  // namespace kawin

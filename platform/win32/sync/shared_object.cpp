@@ -21,8 +21,10 @@ namespace kawin {
 namespace {
 
 constexpr char kFolder[] = "/dev/shm";
-constexpr std::uint32_t kMagic = 0x314F534B;  // "KSO1": another layout takes another number
+constexpr std::uint32_t kMagic = 0x324F534B;  // "KSO2": another layout takes another number
 constexpr std::size_t kReadableLength = 80;
+constexpr std::size_t kLongestName = 0x7FFF;
+constexpr std::size_t kNameStart = 260;
 constexpr off_t kAliveByte = 0;  // share-locked by every process that has the object open
 constexpr off_t kGuardByte = 1;  // locked while the object is opened or closed
 
@@ -30,7 +32,8 @@ struct Header {
     std::uint32_t magic;
     SharedKind kind;
     ULONGLONG body_size;
-    char16_t name[MAX_PATH + 1];
+    std::uint32_t name_length;
+    char16_t name_start[kNameStart];  // the rest of a longer name is only in the path's hash
 };
 
 constexpr std::size_t kMappedBody = SharedBlock::kBodyOffset - SharedBlock::kSmallBody;  // small bodies end the first page
@@ -113,7 +116,7 @@ DWORD NameError(std::u16string_view text) {
     if (text.empty()) {
         return ERROR_INVALID_NAME;
     }
-    if (text.size() > MAX_PATH) {
+    if (text.size() > kLongestName) {
         return ERROR_FILENAME_EXCED_RANGE;
     }
     return text.find(u'\\') == text.npos ? ERROR_SUCCESS : ERROR_PATH_NOT_FOUND;
@@ -190,7 +193,8 @@ Joining JoinFile(int file, const std::string& path) {
 
 bool IsExpected(const SharedBlock& block, const ObjectName& name, SharedKind kind) {
     const Header& header = HeaderOf(block);
-    return header.magic == kMagic && header.kind == kind && name.text == header.name;
+    return header.magic == kMagic && header.kind == kind && header.name_length == name.text.size() &&
+           std::u16string_view(header.name_start, kNameStart).starts_with(name.text.substr(0, kNameStart));
 }
 
 int MakeFile(ULONGLONG size) {
@@ -224,8 +228,8 @@ struct Attempt {
 
 void WriteHeader(void* memory, const ObjectName& name, SharedKind kind, ULONGLONG size) {
     Header& header = *static_cast<Header*>(memory);
-    header = {kMagic, kind, size, {}};
-    name.text.copy(header.name, name.text.size());
+    header = {kMagic, kind, size, static_cast<std::uint32_t>(name.text.size()), {}};
+    name.text.copy(header.name_start, kNameStart);
 }
 
 // Prepared after it is published: only then is it certain to be the one. Who finds it meanwhile waits for the guard.

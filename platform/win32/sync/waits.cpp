@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <functional>
 #include <optional>
 #include <span>
 
@@ -65,6 +66,12 @@ public:
     }
     bool NeedsLooking() const noexcept { return waitable_ == nullptr || waitable_->NeedsLooking(); }
 
+    // The same for all handles of an object.
+    const void* Identity() const noexcept {
+        const std::optional<WaitPoint> point = Point();
+        return point ? static_cast<const void*>(point->word) : object_.get();
+    }
+
 private:
     ObjectRef<KernelObject> object_;
     Waitable* waitable_ = nullptr;  // object_, when it is one
@@ -111,6 +118,14 @@ public:
             }
         }
         return true;
+    }
+
+    bool HasTwins() const {
+        std::array<const void*, MAXIMUM_WAIT_OBJECTS> sorted{};
+        const auto end =
+            std::transform(participants_.begin(), participants_.end(), sorted.begin(), std::mem_fn(&Participant::Identity));
+        std::sort(sorted.begin(), end, std::less<>());
+        return std::adjacent_find(sorted.begin(), end) != end;
     }
 
     DWORD Any(Deadline deadline) {
@@ -180,11 +195,9 @@ private:
     std::array<DWORD, MAXIMUM_WAIT_OBJECTS> results_{};
 };
 
-bool HasTwins(std::span<const HANDLE> handles) {
-    std::array<HANDLE, MAXIMUM_WAIT_OBJECTS> sorted{};
-    const auto end = std::copy(handles.begin(), handles.end(), sorted.begin());
-    std::sort(sorted.begin(), end);
-    return std::adjacent_find(sorted.begin(), end) != end;
+DWORD FailWait(DWORD error) {
+    SetLastError(error);
+    return WAIT_FAILED;
 }
 
 DWORD WaitForAny(std::span<const HANDLE> handles, Deadline deadline) {
@@ -194,12 +207,10 @@ DWORD WaitForAny(std::span<const HANDLE> handles, Deadline deadline) {
 
 DWORD WaitForAll(std::span<const HANDLE> handles, Deadline deadline) {
     JointWait wait;
-    return wait.Enter(handles, Interest::Onlooker) ? wait.All(deadline) : WAIT_FAILED;
-}
-
-DWORD FailWait(DWORD error) {
-    SetLastError(error);
-    return WAIT_FAILED;
+    if (!wait.Enter(handles, Interest::Onlooker)) {
+        return WAIT_FAILED;
+    }
+    return wait.HasTwins() ? FailWait(ERROR_INVALID_PARAMETER) : wait.All(deadline);
 }
 
 }  // namespace
@@ -224,9 +235,6 @@ DWORD WaitForMultipleObjects(DWORD count, const HANDLE* handles, BOOL all, DWORD
         return kawin::FailWait(ERROR_INVALID_PARAMETER);
     }
     const std::span list(handles, count);
-    if (all == FALSE) {
-        return kawin::WaitForAny(list, kawin::DeadlineAfter(milliseconds));
-    }
-    return kawin::HasTwins(list) ? kawin::FailWait(ERROR_INVALID_PARAMETER)
-                                 : kawin::WaitForAll(list, kawin::DeadlineAfter(milliseconds));
+    const kawin::Deadline deadline = kawin::DeadlineAfter(milliseconds);
+    return all != FALSE ? kawin::WaitForAll(list, deadline) : kawin::WaitForAny(list, deadline);
 }

@@ -7,7 +7,7 @@
 // to it, a process that was killed not counting. Failures of the Create and Open functions, which return null:
 // ERROR_INVALID_HANDLE when the name belongs to an object of another kind, ERROR_PATH_NOT_FOUND for a backslash inside the name,
 // ERROR_INVALID_NAME for a name that ends with its prefix (and, to open, an empty one), ERROR_FILENAME_EXCED_RANGE for more than
-// MAX_PATH characters, ERROR_ACCESS_DENIED when it belongs to another user. To open: ERROR_FILE_NOT_FOUND when there is none, and
+// 32767 characters, ERROR_ACCESS_DENIED when it belongs to another user. To open: ERROR_FILE_NOT_FOUND when there is none, and
 // ERROR_INVALID_PARAMETER without a name. Security attributes and access masks are not looked at: a handle is never inherited and
 // may do all.
 
@@ -55,6 +55,6 @@ KADATA_API DWORD WaitForSingleObjectEx(HANDLE handle, DWORD milliseconds, BOOL a
 
 // Waits for one of `count` objects (the lowest signalled index is added to WAIT_OBJECT_0 or WAIT_ABANDONED_0), or with `all`
 // until all are signalled at the same time, and takes them only then. ERROR_INVALID_PARAMETER for 0 or more than
-// MAXIMUM_WAIT_OBJECTS handles, and with `all` for the same handle twice. A process among several objects, and a mutex whose
-// owner dies, is noticed within 15 ms; all else at once.
+// MAXIMUM_WAIT_OBJECTS handles, and with `all` for an event or a mutex that comes twice, by whatever handles. A process among
+// several objects, and a mutex whose owner dies, is noticed within 15 ms; all else at once.
 KADATA_API DWORD WaitForMultipleObjects(DWORD count, const HANDLE* handles, BOOL all, DWORD milliseconds) noexcept;

@@ -15,15 +15,45 @@ namespace {
 constexpr UINT kLatin1 = 28591;  // the ISO 8859 family: 28590 + the part
 constexpr UINT kLatin9 = 28605;
 
+constexpr UINT kSevenBit = 20127;
+constexpr std::size_t kFirstUpper = 0x80;
+constexpr std::size_t kFirstGraphic = 0xA0;  // of the upper half; control characters come before
+
 struct DoubleBytePage {
     UINT number;
+    char16_t unreadable;
     std::array<BYTE, 4> leads;  // two ranges, first and last
 };
 constexpr DoubleBytePage kDoubleBytePages[] = {
-    {932, {0x81, 0x9F, 0xE0, 0xFC}},
-    {936, {0x81, 0xFE, 0, 0}},
-    {949, {0x81, 0xFE, 0, 0}},
-    {950, {0x81, 0xFE, 0, 0}},
+    {932, 0x30FB, {0x81, 0x9F, 0xE0, 0xFC}},
+    {936, u'?', {0x81, 0xFE, 0, 0}},
+    {949, u'?', {0x81, 0xFE, 0, 0}},
+    {950, u'?', {0x81, 0xFE, 0, 0}},
+};
+
+// Bytes that the system reads otherwise than ICU does.
+struct OtherUnit {
+    UINT page;
+    BYTE byte;
+    char16_t unit;
+};
+constexpr OtherUnit kOtherUnits[] = {
+    {437, 0xE6, 0x00B5},   {852, 0xAA, 0x00AC},   {860, 0xE6, 0x00B5},   {861, 0xE6, 0x00B5},   {862, 0xE6, 0x00B5},
+    {863, 0xE6, 0x00B5},   {864, 0x9F, 0x009F},   {864, 0xD7, 0xFEC1},   {864, 0xD8, 0xFEC5},   {864, 0xF1, 0x0651},
+    {865, 0xE6, 0x00B5},   {869, 0x88, 0x00B7},   {869, 0xEF, 0x0384},   {1253, 0xAA, 0xF8F9},  {1255, 0xCA, 0x05BA},
+    {21866, 0xAE, 0x045E}, {21866, 0xBE, 0x040E}, {28597, 0xA1, 0x02BD}, {28597, 0xA2, 0x02BC}, {28597, 0xA4, 0xF7C2},
+    {28597, 0xA5, 0xF7C3}, {28597, 0xAA, 0xF7C4}, {28598, 0xAF, 0x203E}, {28598, 0xFD, 0xF7BF}, {28598, 0xFE, 0xF7C0},
+    {28598, 0xFF, 0xF7C1},
+};
+
+// Graphic bytes without a character are private units, which rise from this one with the bytes.
+struct PrivateUnits {
+    UINT page;
+    char16_t first;
+};
+constexpr PrivateUnits kPrivateUnits[] = {
+    {857, 0xF8BB},  {864, 0xF8BE},   {932, 0xF8F0},   {1253, 0xF8FA},  {1255, 0xF88D},
+    {1257, 0xF8FC}, {28593, 0xF7F5}, {28596, 0xF7C8}, {28597, 0xF7C5}, {28598, 0xF79C},
 };
 
 struct CloseConverter {
@@ -81,15 +111,48 @@ void MakeAscii(CodePage& page) {
     }
 }
 
+// Bytes of the upper half that ICU knows no character for: control characters, then private units.
+void FillUnassigned(CodePage& page) {
+    constexpr char16_t kIcusSubstitute = 0x1A;
+    const auto row = std::find_if(std::begin(kPrivateUnits), std::end(kPrivateUnits),
+                                  [&page](const PrivateUnits& units) { return units.page == page.number; });
+    char16_t next_private = row == std::end(kPrivateUnits) ? u'\0' : row->first;
+    for (std::size_t byte = kFirstUpper; byte < page.single.size(); ++byte) {
+        char16_t& unit = page.single[byte];
+        unit = unit == kIcusSubstitute ? kReplacementUnit : unit;
+        if (unit != kReplacementUnit || page.lead[byte]) {
+            continue;
+        }
+        if (byte < kFirstGraphic) {
+            unit = static_cast<char16_t>(byte);
+        } else if (next_private != 0) {
+            unit = next_private++;
+        }
+    }
+}
+
+void MendSingle(CodePage& page) {
+    MakeAscii(page);
+    for (const OtherUnit& other : kOtherUnits) {
+        if (other.page == page.number) {
+            page.single[other.byte] = other.unit;
+        }
+    }
+    FillUnassigned(page);
+    if (page.number == kSevenBit) {  // the system drops the eighth bit
+        std::copy_n(page.single.begin(), kFirstUpper, page.single.begin() + kFirstUpper);
+    }
+}
+
 void FillSingle(CodePage& page, UConverter* converter) {
     for (std::size_t byte = 0; byte < 256; ++byte) {
         const char text = static_cast<char>(byte);
         page.single[byte] = page.lead[byte] ? kReplacementUnit : Decode(converter, {&text, 1});
     }
-    MakeAscii(page);
-    for (std::size_t byte = 0; byte < 256; ++byte) {
+    MendSingle(page);
+    for (std::size_t byte = 1; byte < 256; ++byte) {
         std::uint16_t& code = page.encode[page.single[byte]];
-        if (page.single[byte] != kReplacementUnit && code == 0) {
+        if (page.single[byte] != 0 && page.single[byte] != kReplacementUnit && code == 0) {
             code = static_cast<std::uint16_t>(byte);
         }
     }
@@ -123,6 +186,7 @@ std::unique_ptr<CodePage> MakePage(UINT number) {
     auto page = std::make_unique<CodePage>();
     page->number = number;
     page->encode.assign(std::size_t{0x10000}, 0);
+    page->unreadable = double_byte ? row->unreadable : kReplacementUnit;
     for (std::size_t i = 0; double_byte && i < row->leads.size() && row->leads[i] != 0; i += 2) {
         std::fill(page->lead.begin() + row->leads[i], page->lead.begin() + row->leads[i + 1] + 1, true);
     }

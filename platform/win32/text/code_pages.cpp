@@ -118,15 +118,22 @@ bool AreArgumentsGood(const void* text, int length, const void* target, int capa
     return text != nullptr && length != 0 && capacity >= 0 && (capacity == 0 || target != nullptr) && text != target;
 }
 
+// A single byte that has only a private unit is as good as without a character; a pair may be a user's own character.
+bool HasCharacter(char16_t unit, bool is_pair) {
+    constexpr char16_t kFirstPrivate = 0xE000;
+    constexpr char16_t kLastPrivate = 0xF8FF;
+    return unit != kReplacementUnit && (is_pair || unit < kFirstPrivate || unit > kLastPrivate);
+}
+
+// Hands to `sink` each unit, and whether it is a character of the code page.
 template <class Sink>
 void Decode(const CodePage& page, std::string_view text, Sink&& sink) {
     for (std::size_t i = 0; i < text.size(); ++i) {
         const auto byte = static_cast<unsigned char>(text[i]);
-        if (page.lead[byte] && i + 1 < text.size() && text[i + 1] != 0) {
-            sink(page.pairs[std::size_t{byte} * 256 + static_cast<unsigned char>(text[++i])]);
-        } else {
-            sink(page.single[byte]);
-        }
+        const bool is_pair = page.lead[byte] && i + 1 < text.size() && text[i + 1] != 0;
+        const char16_t unit =
+            is_pair ? page.pairs[std::size_t{byte} * 256 + static_cast<unsigned char>(text[++i])] : page.single[byte];
+        sink(unit == kReplacementUnit ? page.unreadable : unit, HasCharacter(unit, is_pair));
     }
 }
 
@@ -136,13 +143,13 @@ int DecodePage(const CodePage& page, DWORD flags, std::string_view text, LPWSTR 
     }
     if ((flags & MB_ERR_INVALID_CHARS) != 0) {
         bool ill_formed = false;
-        Decode(page, text, [&ill_formed](char16_t unit) { ill_formed |= unit == kReplacementUnit; });
+        Decode(page, text, [&ill_formed](char16_t, bool is_character) { ill_formed |= !is_character; });
         if (ill_formed) {
             return Fail(ERROR_NO_UNICODE_TRANSLATION);
         }
     }
     Target<WCHAR> out(target, capacity);
-    Decode(page, text, [&out](char16_t unit) { out.Put(unit); });
+    Decode(page, text, [&out](char16_t unit, bool) { out.Put(unit); });
     return out.Finish(capacity == 0);
 }
 

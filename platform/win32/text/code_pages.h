@@ -4,8 +4,10 @@
 //
 // The ANSI code page is 1252 unless the environment variable KADATA_ACP names another when it is first asked for. Valid code
 // pages are UTF-8 (65001), the double-byte ones 932, 936, 949 and 950, and every single-byte one that ICU knows. Bytes 00 to 7F
-// are ASCII in all of them but the few that are not built on it. Bytes that stand for nothing become U+FFFD; characters that a
-// code page lacks become the nearest one it has (unless WC_NO_BEST_FIT_CHARS), else the default character.
+// are ASCII in all of them but the few that are not built on it. In 20127, which has seven bits, the eighth
+// is dropped. Bytes that stand for nothing become what the system makes of them: U+FFFD in UTF-8, U+30FB in 932, '?' in the other
+// double-byte pages, a control character or a private unit in the single-byte ones. Characters that a code page lacks become the
+// nearest one it has (unless WC_NO_BEST_FIT_CHARS), else the default character.
 
 #include "../base/error.h"
 
@@ -32,8 +34,7 @@ using LPCPINFO = CPINFO*;
 // Both return the number of units written, or needed when the capacity is 0; a length of -1 means up to and including the
 // terminator, any other length adds none. 0 is a failure:
 //   ERROR_INVALID_PARAMETER       no input, a negative capacity, a capacity without a buffer, an unknown code page; for UTF-8
-//   also a
-//                                 default character or the flag that tells of it
+//                                 also a default character or the flag that tells of it
 //   ERROR_INVALID_FLAGS           a flag that the code page does not take
 //   ERROR_INSUFFICIENT_BUFFER     the capacity is too small; the characters that fit whole are written
 //   ERROR_NO_UNICODE_TRANSLATION  ill-formed input under MB_ERR_INVALID_CHARS or WC_ERR_INVALID_CHARS

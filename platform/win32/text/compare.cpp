@@ -165,7 +165,7 @@ int CompareStringW(LCID locale, DWORD flags, LPCWSTR a, int lengthA, LPCWSTR b, 
 }
 
 int CompareStringOrdinal(LPCWSTR a, int lengthA, LPCWSTR b, int lengthB, BOOL ignoreCase) noexcept {
-    if (a == nullptr || b == nullptr || lengthA < kUpToTerminator || lengthB < kUpToTerminator) {
+    if (a == nullptr || b == nullptr) {
         return Fail(ERROR_INVALID_PARAMETER);
     }
     const View first = Text(a, lengthA);
@@ -197,7 +197,7 @@ DWORD CharLowerBuffW(LPWSTR text, DWORD length) noexcept {
 }
 
 BOOL GetStringTypeW(DWORD kind, LPCWSTR text, int length, LPWORD types) noexcept {
-    if (kind != CT_CTYPE1 || text == nullptr || types == nullptr || length == 0) {
+    if (kind != CT_CTYPE1 || text == nullptr || types == nullptr) {
         return Fail(ERROR_INVALID_PARAMETER);
     }
     const std::size_t count = length < 0 ? View(text).size() + 1 : static_cast<std::size_t>(length);

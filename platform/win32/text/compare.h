@@ -28,8 +28,7 @@ KADATA_API LPWSTR lstrcpynW(LPWSTR target, LPCWSTR text, int capacity) noexcept;
 // ERROR_INVALID_FLAGS for flags other than the two above.
 KADATA_API int CompareStringW(LCID locale, DWORD flags, LPCWSTR a, int lengthA, LPCWSTR b, int lengthB) noexcept;
 
-// The same by code unit, `ignoreCase` after mapping to upper case. 0 with ERROR_INVALID_PARAMETER for a null text or a length
-// below -1.
+// The same by code unit, `ignoreCase` after mapping to upper case. 0 with ERROR_INVALID_PARAMETER for a null text.
 KADATA_API int CompareStringOrdinal(LPCWSTR a, int lengthA, LPCWSTR b, int lengthB, BOOL ignoreCase) noexcept;
 
 // Case by simple mapping: the length never changes, and no letter beyond ASCII becomes an ASCII one. Given a value below 65,536
@@ -52,5 +51,5 @@ constexpr WORD C1_ALPHA = 0x0100;
 constexpr WORD C1_DEFINED = 0x0200;
 
 // One set of C1_ bits for each unit; a length of -1 takes the terminator in. FALSE with ERROR_INVALID_PARAMETER for a null
-// pointer, a length of 0, and any kind but CT_CTYPE1.
+// pointer and any kind but CT_CTYPE1.
 KADATA_API BOOL GetStringTypeW(DWORD kind, LPCWSTR text, int length, LPWORD types) noexcept;

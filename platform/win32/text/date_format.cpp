@@ -145,23 +145,23 @@ Text WriteDate(const LocaleData& locale, const SYSTEMTIME& date, View pattern) {
     return result;
 }
 
-// A dropped part takes the literal before it along, and at the start of the pattern the one after it.
+// A dropped part takes the literal before it along; a time marker and what stands first also the one after.
 Text WriteTime(const LocaleData& locale, const SYSTEMTIME& time, DWORD flags, View pattern) {
     const TimeWriter writer(locale, time, flags);
     Text result;
     Text literal;
-    bool dropped_first = false;
+    bool drops_next = false;
     PatternPart part;
     while (kawin::TakePart(pattern, kTimeLetters, part)) {
         if (writer.Drops(part)) {
             literal.clear();
-            dropped_first = result.empty();
+            drops_next = part.letter == u't' || result.empty();
         } else if (part.letter == 0) {
-            literal = dropped_first ? Text() : part.text;
+            literal = drops_next ? Text() : part.text;
         } else {
             result += literal + writer.Write(part);
             literal.clear();
-            dropped_first = false;
+            drops_next = false;
         }
     }
     return result + literal;
@@ -172,13 +172,13 @@ View DatePattern(const LocaleData& locale, DWORD flags, LPCWSTR pattern) {
 }
 
 bool AreDateFlags(DWORD flags, LPCWSTR pattern) {
-    const DWORD kinds = flags & ~LOCALE_NOUSEROVERRIDE;
-    return kinds == 0 || (pattern == nullptr && (kinds == DATE_SHORTDATE || kinds == DATE_LONGDATE));
+    const DWORD kind = flags & ~LOCALE_NOUSEROVERRIDE;
+    return flags == 0 || (pattern == nullptr && (kind == 0 || kind == DATE_SHORTDATE || kind == DATE_LONGDATE));
 }
 
-bool AreTimeFlags(DWORD flags) {
+bool AreTimeFlags(DWORD flags, LPCWSTR pattern) {
     constexpr DWORD kKnown = TIME_NOMINUTESORSECONDS | TIME_NOSECONDS | TIME_NOTIMEMARKER | TIME_FORCE24HOURFORMAT;
-    return (flags & ~(kKnown | LOCALE_NOUSEROVERRIDE)) == 0;
+    return (flags & ~(kKnown | (pattern == nullptr ? LOCALE_NOUSEROVERRIDE : 0))) == 0;
 }
 
 }  // namespace
@@ -205,7 +205,7 @@ int GetTimeFormatW(LCID locale, DWORD flags, const SYSTEMTIME* time, LPCWSTR pat
         if (data == nullptr || !kawin::IsTarget(target, capacity)) {
             return Fail(ERROR_INVALID_PARAMETER);
         }
-        if (!AreTimeFlags(flags)) {
+        if (!AreTimeFlags(flags, pattern)) {
             return Fail(ERROR_INVALID_FLAGS);
         }
         const View text = pattern != nullptr ? View(pattern) : View(data->time);

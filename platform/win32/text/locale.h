@@ -36,7 +36,7 @@ constexpr LCID LOCALE_INVARIANT = 0x007F;
 constexpr LCID LOCALE_USER_DEFAULT = 0x0400;
 constexpr LCID LOCALE_SYSTEM_DEFAULT = 0x0800;  // the user's too
 
-constexpr LCTYPE LOCALE_NOUSEROVERRIDE = 0x80000000;  // accepted everywhere; there are no overrides
+constexpr LCTYPE LOCALE_NOUSEROVERRIDE = 0x80000000;  // but not beside a pattern; there are no overrides
 
 constexpr LCTYPE LOCALE_SABBREVLANGNAME = 0x0003;
 constexpr LCTYPE LOCALE_SLIST = 0x000C;
@@ -76,7 +76,8 @@ KADATA_API LANGID GetSystemDefaultLangID() noexcept;
 
 // These three return the number of characters written with the terminator, or needed when the capacity is 0. 0 is a failure:
 //   ERROR_INVALID_PARAMETER    an unknown locale, a negative capacity, a capacity without a buffer; an impossible date or time
-//   ERROR_INVALID_FLAGS        an unknown type or flag, a date pattern together with a date flag, two date flags
+//   ERROR_INVALID_FLAGS        an unknown type or flag, a pattern together with a date flag or with
+//                              LOCALE_NOUSEROVERRIDE, two date flags
 //   ERROR_INSUFFICIENT_BUFFER  the text does not fit
 
 KADATA_API int GetLocaleInfoW(LCID locale, LCTYPE type, LPWSTR target, int capacity) noexcept;
@@ -87,6 +88,7 @@ KADATA_API int GetDateFormatW(LCID locale, DWORD flags, const SYSTEMTIME* date, 
                               int capacity) noexcept;
 
 // By a pattern of h hh, H HH, m mm, s ss, t tt and 'quoted text', or by the locale's own. A flag that drops a part drops the text
-// before it too. Null for `time` is now; the date in it is not looked at.
+// before it too, and a time marker's or the first part's also the text after it. Null for `time` is now; the date in it is not
+// looked at.
 KADATA_API int GetTimeFormatW(LCID locale, DWORD flags, const SYSTEMTIME* time, LPCWSTR pattern, LPWSTR target,
                               int capacity) noexcept;

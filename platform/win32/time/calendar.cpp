@@ -5,6 +5,7 @@ namespace {
 
 constexpr WORD kFirstYear = 1601;
 constexpr WORD kLastYear = 30827;
+constexpr WORD kLastYearOfTicks = 30828;
 constexpr int kTmYear = 1900;
 
 bool HasTimeOfDay(const SYSTEMTIME& date) {
@@ -36,7 +37,7 @@ std::optional<LONGLONG> SecondsOf(const SYSTEMTIME& date) noexcept {
 std::optional<SYSTEMTIME> DateOf(LONGLONG seconds, WORD milliseconds) noexcept {
     const std::time_t time = seconds;
     std::tm tm{};
-    if (gmtime_r(&time, &tm) == nullptr || tm.tm_year < kFirstYear - kTmYear || tm.tm_year > kLastYear - kTmYear) {
+    if (gmtime_r(&time, &tm) == nullptr || tm.tm_year < kFirstYear - kTmYear || tm.tm_year > kLastYearOfTicks - kTmYear) {
         return {};
     }
     return ToSystemTime(tm, milliseconds);

@@ -2,8 +2,9 @@
 
 // Clocks, dates and time zones.
 //
-// A FILETIME counts 100-nanosecond steps since 1601-01-01 00:00 UTC; a SYSTEMTIME is a date of the years 1601 to 30827. Functions
-// that return BOOL fail with ERROR_INVALID_PARAMETER on a date that does not exist or a time outside that range.
+// A FILETIME counts 100-nanosecond steps since 1601-01-01 00:00 UTC; a SYSTEMTIME is a date of the years 1601 to 30827
+// (the last ticks are told as a date of 30828, which is not taken back). Functions that return BOOL fail with
+// ERROR_INVALID_PARAMETER on a date that does not exist or a time outside that range.
 
 #include "../base/types.h"
 

@@ -1,4 +1,4 @@
-// A disk that is full at any write: the library's calls of write() are answered here.
+// What happens to log files on Linux alone: others take their names away, and the library's calls of write() are answered here.
 
 #include <dlfcn.h>
 #include <gtest/gtest.h>
@@ -10,6 +10,7 @@
 #include <cerrno>
 
 #include "log_reader.h"
+#include "support/native_path_linux.h"
 #include "support/temp_folder.h"
 
 namespace {
@@ -45,7 +46,21 @@ CLogFile::SOptions Options(const test::TempFolder& folder) {
     return options;
 }
 
-TEST(LogOnAFullDisk, GoesOnAndIsWholeAgainWhenThereIsRoom) {
+__time64_t clock_now = 1000000000;
+
+TEST(LinuxFiles, TakenFromAnOpenLogLetItGoOnInANewFile) {
+    const test::TempFolder folder;
+    CLogFile::SOptions options = Options(folder);
+    options.m_pfnClock = [] { return clock_now; };
+    CLogFile log(options);
+    log.PrintCore(_T("lost"));
+    ASSERT_EQ(unlink(test::Native(folder.Path(_T("TARVO000.log"))).c_str()), 0);
+    ++clock_now;
+    log.PrintCore(_T("kept"));
+    EXPECT_EQ(test::ReadLogLines(folder.Path(_T("TARVO000.log"))), std::vector<std::string>{"kept"});
+}
+
+TEST(LinuxFiles, MayBeFullAndTheLogIsWholeAgainWhenThereIsRoom) {
     for (int full_at = 0; full_at < 4; ++full_at) {
         for (const std::size_t fits : {0, 1, 2, 3, 7, 14}) {
             SCOPED_TRACE(testing::Message() << "write " << full_at << ", " << fits << " bytes fit");

@@ -1,4 +1,4 @@
-// Texts of the exchange records in several ANSI code pages. A process has one, so each page has a process of its own.
+// Patients under the ANSI code page and the locale that variables name. A process has one code page, so each has a process.
 
 #include <gtest/gtest.h>
 #include <kadata/patient.h>
@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <iterator>
 #include <string>
+#include <utility>
 
 #include "support/child_process.h"
 #include "support/environment.h"
@@ -54,10 +55,18 @@ int CheckCodePage(const test::ChildArgs& args) {
 }
 REGISTER_CHILD(CheckCodePage)
 
-TEST(Records, AreCutBetweenCharactersInEveryCodePage) {
+TEST(LinuxEnvironment, ChoosesTheCodePageInWhichRecordsAreCutBetweenCharacters) {
     for (LPCTSTR page : {_T("1252"), _T("932"), _T("65001")}) {
         const test::InEnvironment chosen(_T("KADATA_ACP"), page);
         EXPECT_EQ(test::ChildProcess({_T("CheckCodePage"), page}).Wait(30000), 0u) << test::Narrow(page);
+    }
+}
+
+TEST(LinuxEnvironment, ChoosesTheLocaleInWhichABirthdayIsShown) {
+    const std::pair<LPCTSTR, LPCTSTR> rows[] = {{_T("en_US.UTF-8"), _T("1/31/1980")}, {_T("ja_JP.UTF-8"), _T("1980/01/31")}};
+    for (const auto& [locale, expected] : rows) {
+        const test::InEnvironment chosen(_T("LC_ALL"), locale);
+        EXPECT_EQ(CPatient(_T("Miller, Anna,19800131")).GetBirthDayString(), CString(expected));
     }
 }
 
