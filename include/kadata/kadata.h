@@ -9,4 +9,5 @@
 #include <kadata/patient.h>
 #include <kadata/record_arrays.h>
 #include <kadata/ref_count.h>
+#include <kadata/registry.h>
 #include <kadata/singleton.h>

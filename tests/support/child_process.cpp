@@ -19,15 +19,9 @@ std::map<Text, ChildFunction>& Children() {
     return children;
 }
 
-Text OwnPath() {
-    Text path(kPathLength, 0);
-    path.resize(GetModuleFileNameW(nullptr, path.data(), kPathLength));
-    return path;
-}
-
 // Arguments of tests hold no quotation mark and do not end with a backslash.
-Text CommandLineFor(const ChildArgs& args) {
-    Text line = _T("\"") + OwnPath() + _T("\" \"") + kOption + args.at(0) + _T("\"");
+Text CommandLineFor(const Text& program, const ChildArgs& args) {
+    Text line = _T("\"") + program + _T("\" \"") + kOption + args.at(0) + _T("\"");
     for (std::size_t i = 1; i < args.size(); ++i) {
         line += _T(" \"") + args[i] + _T("\"");
     }
@@ -45,8 +39,14 @@ ChildArgs OwnArguments() {
 
 }  // namespace
 
-ChildProcess::ChildProcess(const ChildArgs& args) {
-    Text line = CommandLineFor(args);
+Text OwnPath() {
+    Text path(kPathLength, 0);
+    path.resize(GetModuleFileNameW(nullptr, path.data(), kPathLength));
+    return path;
+}
+
+ChildProcess::ChildProcess(const ChildArgs& args, const Text& program) {
+    Text line = CommandLineFor(program, args);
     STARTUPINFOW startup{};
     startup.cb = sizeof startup;
     if (!CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &info_)) {

@@ -21,10 +21,14 @@ namespace test {
 using ChildArgs = std::vector<std::basic_string<TCHAR>>;
 using ChildFunction = int (*)(const ChildArgs& args);
 
+// The path of this program.
+std::basic_string<TCHAR> OwnPath();
+
 class ChildProcess {
 public:
     // Starts the child function args[0] with the rest as its arguments. A test failure is recorded when it cannot be started.
-    explicit ChildProcess(const ChildArgs& args);
+    // `program` is a copy of this program that is to run instead of it.
+    explicit ChildProcess(const ChildArgs& args, const std::basic_string<TCHAR>& program = OwnPath());
     ChildProcess(const ChildProcess&) = delete;
     ChildProcess& operator=(const ChildProcess&) = delete;
     ~ChildProcess();  // kills a child that still runs
