@@ -5,9 +5,10 @@
 namespace {
 
 using test::Narrow;
-using test::SettingsTest;
 
-TEST_F(SettingsTest, AreReadAsDefaultsWhereNoneCanBeKept) {
+class LinuxHives : public test::SettingsTest {};
+
+TEST_F(LinuxHives, AreReadAsDefaultsWhereNoneCanBeKept) {
     const test::InEnvironment nowhere(_T("KADATA_REGISTRY_DIR"), (folder_.Write(_T("file"), "") + _T("\\below")).c_str());
     EXPECT_FALSE(settings_.WriteMainFrameShowCmd(1));
     EXPECT_FALSE(settings_.WriteDataPath(_T("x")));
@@ -16,7 +17,7 @@ TEST_F(SettingsTest, AreReadAsDefaultsWhereNoneCanBeKept) {
     EXPECT_EQ(Narrow(settings_.GetDataPath(FALSE)), "..\\Data\\");
 }
 
-TEST_F(SettingsTest, FollowTheScreenThatTheEnvironmentNames) {
+TEST_F(LinuxHives, FollowTheScreenThatTheEnvironmentNames) {
     for (const LPCTSTR size : {_T("1280x1024"), _T("1x32767")}) {
         const test::InEnvironment screen(_T("KADATA_SCREEN"), size);
         EXPECT_EQ(settings_.GetScreenResolutionString(), size);
@@ -30,7 +31,7 @@ TEST_F(SettingsTest, FollowTheScreenThatTheEnvironmentNames) {
     EXPECT_EQ(GetSystemMetrics(2), 0);
 }
 
-TEST_F(SettingsTest, KnowTheBrowsersVersion) {
+TEST_F(LinuxHives, KnowTheBrowsersVersion) {
     EXPECT_TRUE(CKalidoRegistry::GetIEVersion().IsEmpty());
     SetText(HKEY_LOCAL_MACHINE, _T("SOFTWARE\\Microsoft\\Internet Explorer"), _T("Version"), _T("9.11"));
     EXPECT_EQ(Narrow(CKalidoRegistry::GetIEVersion()), "9.11");

@@ -30,7 +30,7 @@ bool IsOld(UChar32 character) {
     return age[0] != 0 && age[0] <= NEWEST_VERSION && !foldsSince15_1;
 }
 
-TEST(CaseFolding, IsTheSystemsForEveryCharacter) {
+TEST(LinuxIcu, FoldsEveryCharacterAsTheLibraryDoes) {
     int folded = 0;
     for (UChar32 c = 0; c <= UCHAR_MAX_VALUE; ++c) {
         if (!IsOld(c))

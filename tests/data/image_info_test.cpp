@@ -12,7 +12,10 @@ std::string Text(const CString& text) {
     return test::Narrow(text.View());
 }
 
-const CTime SOME_TIME(2024, 2, 29, 23, 59, 58);
+// Local: made when it is asked for, in the zone that the tests have then.
+CTime SomeTime() {
+    return CTime(2024, 2, 29, 23, 59, 58);
+}
 
 // Differs from a new record in every member.
 CImageInfo Full() {
@@ -88,9 +91,9 @@ TEST(ImageInfo, HasTheDisplayNamesThatTheHostHas) {
 TEST(ImageInfo, ShowsTheLocalDayAsABirthdayIsShown) {
     CPatient born;
     born.SetBirthDay(20240229);
-    const std::pair<CTime, std::string> rows[] = {{SOME_TIME, Text(born.GetBirthDayString())},
+    const std::pair<CTime, std::string> rows[] = {{SomeTime(), Text(born.GetBirthDayString())},
                                                   {CTime(0), "?"},
-                                                  {SOME_TIME, Text(born.GetBirthDayString())},
+                                                  {SomeTime(), Text(born.GetBirthDayString())},
                                                   {CTime(-1), "?"},
                                                   {CTime(__time64_t{1} << 60), "?"}};  // without a local form
     CImageInfo image;
@@ -105,13 +108,13 @@ TEST(ImageInfo, IsCopiedWithATakeTimeOfItsOwnAndThenUnequal) {
     CImageInfo image = Full();
     CImageInfo copy = image;
     EXPECT_TRUE(copy == image);
-    image.SetTakeDateTime(SOME_TIME);
+    image.SetTakeDateTime(SomeTime());
     copy = image;
     EXPECT_TRUE(image == image && copy != image && image != CImageInfo(image));
     copy.SetTakeDateTime(CTime(1));
     const CImageInfo& self = image;
     image = self;
-    EXPECT_EQ(image.GetTakeDateTime(), SOME_TIME);
+    EXPECT_EQ(image.GetTakeDateTime(), SomeTime());
     image = CImageInfo();
     EXPECT_TRUE(image == CImageInfo());
 }

@@ -86,7 +86,17 @@ void Database::RollBack() noexcept {
     Run(*this, roll_back_).Step();
 }
 
+// Asking for the index of a database without such a log would make one that nobody takes down.
+bool Database::HasWriteAheadLog() const noexcept {
+    Statement statement("PRAGMA journal_mode");
+    Run run(*this, statement);
+    return run.Step() == SQLITE_ROW && run.Text(0) == u"wal";
+}
+
 const std::uint32_t* Database::SharedIndex() const noexcept {
+    if (!HasWriteAheadLog()) {
+        return nullptr;
+    }
     sqlite3_file* file = nullptr;
     if (sqlite3_file_control(handle_.get(), "main", SQLITE_FCNTL_FILE_POINTER, &file) != SQLITE_OK || file == nullptr ||
         file->pMethods == nullptr || file->pMethods->iVersion < 2) {

@@ -58,6 +58,8 @@ public:
     const std::uint32_t* SharedIndex() const noexcept;
 
 private:
+    bool HasWriteAheadLog() const noexcept;
+
     struct Closer {
         void operator()(sqlite3* handle) const noexcept { sqlite3_close_v2(handle); }
     };

@@ -107,6 +107,9 @@ LSTATUS HiveTables::Open(const std::string& file, bool create) {
     }
     if (create && status == static_cast<LSTATUS>(ERROR_FILE_NOT_FOUND)) {
         status = LayOut();
+    } else if (status == ERROR_SUCCESS && !database_.IsReadOnly()) {
+        database_.Execute(
+            "PRAGMA journal_mode = WAL");  // a copy that a technician made may have lost it; going on without is slower
     }
     if (status != ERROR_SUCCESS) {
         Close();
