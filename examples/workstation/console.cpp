@@ -93,3 +93,18 @@ void PrintSummary(const SImport& import, int different, const CString& archivePa
     PrintLine(_T("Log:      ") + CDirectory::Concat(CDirectory::GetExePath(), _T("SERVICE\\LOG-FILES")));
     PrintLine(_T("Tooth library: ") + CDirectory::GetToothLibPath());
 }
+
+void PrintLastPatient(const CPatient& patient) {
+    if (!patient.GetName().IsEmpty() || !patient.GetFirstName().IsEmpty()) {
+        PrintLine(_T("Last time: ") + patient.GetFullName(0) + _T(", born ") + patient.GetBirthDayString() + _T("\n"));
+    }
+}
+
+void PrintPictures(const CPatient& patient, const CImageInfoArray& pictures) {
+    PrintLine(_T("\nPictures of ") + patient.GetFullName(0) + (pictures.IsEmpty() ? _T(": none") : _T(":")));
+    for (INT_PTR i = 0; i < pictures.GetSize(); ++i) {
+        const CImageInfo& picture = *pictures[i];
+        PrintLine(_T("  ") + Column(picture.GetImageName(), 20) + _T("  ") + Column(picture.GetRegion(), 4) +
+                  Column(picture.GetImageTypeString(), 14) + Column(picture.GetTakeDateTimeString(), 12) + picture.GetFileName());
+    }
+}

@@ -2,6 +2,8 @@
 
 // What the demo prints. Texts go out as UTF-8.
 
+#include <kadata/record_arrays.h>
+
 #include "import.h"
 
 // Before the first line is printed.
@@ -17,3 +19,9 @@ void PrintFiles(const SImport& import);
 void PrintPatients(const SImport& import, bool all);
 
 void PrintSummary(const SImport& import, int different, const CString& archivePath, const CString& recordsPath);
+
+// Who was worked on when the program ended last; nothing for a patient without a name.
+void PrintLastPatient(const CPatient& patient);
+
+// A line for each picture, or that there is none.
+void PrintPictures(const CPatient& patient, const CImageInfoArray& pictures);

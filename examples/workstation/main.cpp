@@ -1,25 +1,30 @@
-// A small workstation host: imports the patients that practice systems hand over, keeps them, and logs what was wrong.
+// A small workstation host: imports the patients that practice systems hand over, keeps them, logs what was wrong, and shows the pictures
+// of one of them: of the one who is asked for, else the last one, else the first who has any. The patient and the data folder are
+// remembered for the next time.
 //
-//     workstation [--all] [--check] [DATA_FOLDER [OUTPUT_FOLDER]]
+//     workstation [--all] [--check] [--patient NUMBER] [DATA_FOLDER [OUTPUT_FOLDER]]
 //
 // --all     lists every patient, not only those with remarks
 // --check   writes nothing: compares the files that an earlier run, or another system's, left in the output folder
 
 #include <kadata/directory.h>
 #include <kadata/log.h>
+#include <kadata/registry.h>
 #include <shellapi.h>
 
 #include <cstdio>
 #include <exception>
 
 #include "console.h"
+#include "pictures.h"
 #include "store.h"
 
 namespace {
 
 struct SArguments {
-    CString data = _T("examples\\workstation\\data");
+    CString data;  // empty: the remembered one
     CString output = _T("build\\demo");
+    CString patient;  // the practice's number; empty: whoever is found
     bool all = false;
     bool check = false;
 };
@@ -36,6 +41,8 @@ SArguments ReadArguments() {
             arguments.all = true;
         } else if (text == _T("--check")) {
             arguments.check = true;
+        } else if (text == _T("--patient") && i + 1 < count) {
+            arguments.patient = texts[++i];
         } else {
             (place++ == 0 ? arguments.data : arguments.output) = text;
         }
@@ -44,10 +51,53 @@ SArguments ReadArguments() {
     return arguments;
 }
 
+CString DataFolder(const CKalidoRegistry& settings, const CString& asked) {
+    if (!asked.IsEmpty()) {
+        return asked;
+    }
+    const CString remembered = CString(settings.GetDataPath(TRUE)).TrimRight(_T('\\'));
+    return CDirectory::Exist(remembered) != 0 ? remembered : CString(_T("examples\\workstation\\data"));
+}
+
+// Whose pictures are shown, and the pictures. Without any the patient is the first of all.
+CPatient ChoosePatient(const CPatientArray& patients, const CString& asked, const CPatient& last, const CString& data,
+                       CImageInfoArray& pictures) {
+    for (const CString& number : {asked, last.GetExtID()}) {
+        CPatient found;
+        if (!number.IsEmpty() && patients.FindPatientByExtID(number, found)) {
+            FindPictures(data, found, pictures);
+            return found;
+        }
+    }
+    for (INT_PTR i = 0; i < patients.GetSize() && pictures.IsEmpty(); ++i) {
+        FindPictures(data, patients[i], pictures);
+        if (!pictures.IsEmpty()) {
+            return patients[i];
+        }
+    }
+    return patients[0];
+}
+
+void ShowPictures(CKalidoRegistry& settings, const SImport& import, const CString& asked, const CString& data) {
+    CPatientArray patients;
+    for (const SImported& imported : import.patients) {
+        patients.Add(imported.patient);
+    }
+    CImageInfoArray pictures;
+    const CPatient patient = ChoosePatient(patients, asked, settings.GetLastPatient(), data, pictures);
+    PrintPictures(patient, pictures);
+    // On a machine whose settings this user may not write, the folder has to be named each time.
+    if (!settings.WriteLastPatient(patient) || !settings.WriteDataPath(CDirectory::FullPath(data))) {
+        CLog::Print(CLogWarning(), _T("patient or data folder could not be remembered"));
+    }
+}
+
 int Run(const SArguments& arguments) {
-    const SImport import = ImportFolder(arguments.data);
+    CKalidoRegistry settings(_T("Workstation"));
+    const CString data = DataFolder(settings, arguments.data);
+    const SImport import = ImportFolder(data);
     if (import.patients.empty()) {
-        PrintError(_T("no patient could be read from \"") + arguments.data + _T("\""));
+        PrintError(_T("no patient could be read from \"") + data + _T("\""));
         return 1;
     }
     const CString archivePath = CDirectory::Concat(arguments.output, _T("patients.kda"));
@@ -59,9 +109,11 @@ int Run(const SArguments& arguments) {
     }
     const int different = CompareStored(import.patients, ReadArchive(archivePath), ReadRecords(recordsPath));
 
+    PrintLastPatient(settings.GetLastPatient());
     PrintFiles(import);
     PrintPatients(import, arguments.all);
     PrintSummary(import, different, archivePath, recordsPath);
+    ShowPictures(settings, import, arguments.patient, data);
     CLog::Print(CLogInfo(), _T("%d patients imported from %d files"), static_cast<int>(import.patients.size()),
                 static_cast<int>(import.files.size()));
     return different == 0 ? 0 : 1;
@@ -71,6 +123,7 @@ int Run(const SArguments& arguments) {
 
 int main() {
     OpenConsole();
+    NamePictureTypes();
     CLog::SetLogConfig({15, 20, 1000000});
     try {
         return Run(ReadArguments());
