@@ -11,17 +11,19 @@ CKalidoRegistry::CKalidoRegistry(const CString& product) : m_Root(kMakerRoot + p
 CKalidoRegistry::~CKalidoRegistry() = default;
 
 int CKalidoRegistry::GetProfileIntW(LPCTSTR root, LPCTSTR section, LPCTSTR name, int defaultValue, HKEY hive) const {
-    const KeyPath path(root, section);
+    const KeyPath path(View(root), View(section));
     const std::optional<DWORD> number = ReadNumber({hive, path, m_View, m_Transaction}, name);
     return number ? static_cast<int>(*number) : defaultValue;
 }
 
 int CKalidoRegistry::GetProfileIntW(LPCTSTR section, LPCTSTR name, int defaultValue, HKEY hive) const {
-    return GetProfileIntW(m_Root, section, name, defaultValue, hive);
+    const KeyPath path(m_Root.View(), View(section));
+    const std::optional<DWORD> number = ReadNumber({hive, path, m_View, m_Transaction}, name);
+    return number ? static_cast<int>(*number) : defaultValue;
 }
 
 BOOL CKalidoRegistry::WriteProfileInt(LPCTSTR root, LPCTSTR section, LPCTSTR name, int value, HKEY hive) const {
-    const KeyPath path(root, section);
+    const KeyPath path(View(root), View(section));
     return WriteNumber({hive, path, m_View, m_Transaction}, name, static_cast<DWORD>(value));
 }
 
@@ -30,7 +32,7 @@ BOOL CKalidoRegistry::WriteProfileInt(LPCTSTR section, LPCTSTR name, int value, 
 }
 
 CString CKalidoRegistry::GetProfileStringW(LPCTSTR root, LPCTSTR section, LPCTSTR name, LPCTSTR defaultText, HKEY hive) const {
-    const KeyPath path(root, section);
+    const KeyPath path(View(root), View(section));
     std::optional<CString> text = ReadText({hive, path, m_View, m_Transaction}, name);
     return text ? *std::move(text) : CString(defaultText);
 }
@@ -40,7 +42,7 @@ CString CKalidoRegistry::GetProfileStringW(LPCTSTR section, LPCTSTR name, LPCTST
 }
 
 BOOL CKalidoRegistry::WriteProfileStringW(LPCTSTR root, LPCTSTR section, LPCTSTR name, LPCTSTR text, HKEY hive) const {
-    const KeyPath path(root, section);
+    const KeyPath path(View(root), View(section));
     const Place place = {hive, path, m_View, m_Transaction};
     if (name == nullptr)
         return RemoveKey(place);

@@ -109,17 +109,16 @@ CString ToText(const TCHAR* text, DWORD size) {
 
 }  // namespace
 
-KeyPath::KeyPath(LPCTSTR root, LPCTSTR section) {
-    const TextView parts[] = {View(root), View(section)};
-    const bool joined = !parts[0].empty() && !parts[1].empty() && !parts[0].ends_with(kSeparator);
-    const std::size_t length = parts[0].size() + joined + parts[1].size();
+KeyPath::KeyPath(TextView root, TextView section) {
+    const bool joined = !root.empty() && !section.empty() && !root.ends_with(kSeparator);
+    const std::size_t length = root.size() + joined + section.size();
     if (length > kShortLength)
         m_long.resize(length);
     TCHAR* at = length > kShortLength ? m_long.data() : m_short;
-    at = std::copy(parts[0].begin(), parts[0].end(), at);
+    at = std::copy(root.begin(), root.end(), at);
     if (joined)
         *at++ = kSeparator;
-    *std::copy(parts[1].begin(), parts[1].end(), at) = 0;
+    *std::copy(section.begin(), section.end(), at) = 0;
 }
 
 std::optional<DWORD> ReadNumber(const Place& place, LPCTSTR name) {

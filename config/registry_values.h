@@ -22,7 +22,7 @@ inline TextView View(LPCTSTR text) {
 // Root and section joined by one backslash, with a terminator. The usual ones cost no memory of their own.
 class KeyPath {
 public:
-    KeyPath(LPCTSTR root, LPCTSTR section);
+    KeyPath(TextView root, TextView section);
     KeyPath(const KeyPath&) = delete;
     KeyPath& operator=(const KeyPath&) = delete;
 

@@ -74,8 +74,9 @@ std::optional<ProfileText::Entry> EntryOf(std::u16string_view line) {
 
 }  // namespace
 
+// Half a unit at the end is no text, and nothing could be written behind it.
 ProfileText::ProfileText(std::string_view bytes) : wide_(bytes.starts_with(kByteOrderMark)) {
-    AddLines(wide_ ? bytes.substr(kByteOrderMark.size()) : bytes);
+    AddLines(wide_ ? bytes.substr(0, bytes.size() - bytes.size() % 2).substr(kByteOrderMark.size()) : bytes);
 }
 
 void ProfileText::AddLines(std::string_view bytes) {

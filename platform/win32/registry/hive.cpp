@@ -75,7 +75,7 @@ const CachedAnswer* Hive::Known(const CacheQuestion& question) const {
     if (index_ == nullptr || CoarseSeconds() >= next_check_.load(std::memory_order_relaxed)) {
         return nullptr;
     }
-    return cache_.Find(CommitMark(index_), question);
+    return cache_.Find(index_, question);
 }
 
 // Reads the database and keeps the answer if nobody wrote meanwhile. Nothing that failed is kept.

@@ -51,8 +51,8 @@ bool HiveCache::Same::operator()(const CacheQuestion& a, const CacheQuestion& b)
     return a.from == b.from && a.value == b.value && Equal(a.name, b.name) && Equal(a.path, b.path);
 }
 
-const CachedAnswer* HiveCache::Find(const CommitMark& now, const CacheQuestion& question) const {
-    if (!(now == mark_)) {
+const CachedAnswer* HiveCache::Find(const std::uint32_t* index, const CacheQuestion& question) const {
+    if (!mark_.IsStill(index)) {
         return nullptr;
     }
     const std::size_t hash = Hash()(question);

@@ -24,6 +24,15 @@ public:
     }
     bool operator==(const CommitMark&) const = default;
 
+    // Whether the index still says this; without a copy of it.
+    bool IsStill(const std::uint32_t* index) const noexcept {
+        bool same = true;
+        for (std::size_t i = 0; i < words_.size(); ++i) {
+            same &= __atomic_load_n(index + i, __ATOMIC_ACQUIRE) == words_[i];
+        }
+        return same;
+    }
+
     // Whether exactly one commit lies between `before` and this.
     bool IsNextAfter(const CommitMark& before) const noexcept { return words_[2] == before.words_[2] + 1; }
 
@@ -52,8 +61,8 @@ struct CacheQuestion {
 
 class HiveCache {
 public:
-    // Null when the answer is not known, or not known to be right any more.
-    const CachedAnswer* Find(const CommitMark& now, const CacheQuestion& question) const;
+    // Null when the answer is not known, or not known to be right any more by the database's shared index.
+    const CachedAnswer* Find(const std::uint32_t* index, const CacheQuestion& question) const;
 
     // An answer that was true when the mark was `then`. Answers of another mark are forgotten, and all of them when they are
     // many.
