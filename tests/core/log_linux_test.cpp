@@ -2,6 +2,7 @@
 
 #include <dlfcn.h>
 #include <gtest/gtest.h>
+#include <kadata/directory.h>
 #include <kadata/log.h>
 #include <unistd.h>
 
@@ -10,6 +11,7 @@
 #include <cerrno>
 
 #include "log_reader.h"
+#include "support/child_process.h"
 #include "support/native_path_linux.h"
 #include "support/temp_folder.h"
 
@@ -84,6 +86,33 @@ TEST(LinuxFiles, MayBeFullAndTheLogIsWholeAgainWhenThereIsRoom) {
             EXPECT_TRUE(before.empty() || before.size() == 2 || before.ends_with(std::string("\r\0\n\0", 4)));
         }
     }
+}
+
+// A setting is asked for before there is a log, and one afterwards.
+int ReadDamagedSettings(const test::ChildArgs& args) {
+    SetEnvironmentVariableW(_T("KADATA_REGISTRY_DIR"), args[0].c_str());
+    BYTE value = 0;
+    DWORD size = sizeof value;
+    const LSTATUS user = RegGetValueW(HKEY_CURRENT_USER, _T("a"), _T("b"), RRF_RT_ANY, nullptr, &value, &size);
+    CLog::SetLogConfig({15, 10, 1000000});
+    const LSTATUS machine = RegGetValueW(HKEY_LOCAL_MACHINE, _T("a"), _T("b"), RRF_RT_ANY, nullptr, &value, &size);
+    return user == ERROR_FILE_NOT_FOUND && machine == ERROR_FILE_NOT_FOUND ? 0 : 1;
+}
+REGISTER_CHILD(ReadDamagedSettings)
+
+TEST(LinuxHives, ThatAreDamagedAreToldInTheLog) {
+    const test::TempFolder folder;
+    folder.Write(_T("user.registry"), std::string(5000, '?'));
+    folder.Write(_T("machine.registry"), std::string(5000, '?'));
+    const CString logs = CDirectory::Concat(CDirectory::GetExePath(), _T("SERVICE\\LOG-FILES"));
+    CDirectory::Remove(logs);
+    ASSERT_EQ(test::ChildProcess({_T("ReadDamagedSettings"), folder.Path()}).Wait(60000), 0U);
+    std::string told;
+    for (const std::string& line : test::ReadLogLines(test::Text(CDirectory::Concat(logs, _T("TARVO000.log")).View()))) {
+        told += line;
+    }
+    EXPECT_NE(told.find("user.registry is damaged and was kept as"), told.npos) << told;
+    EXPECT_NE(told.find("machine.registry is damaged and was kept as"), told.npos) << told;
 }
 
 }  // namespace
