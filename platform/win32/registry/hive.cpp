@@ -141,6 +141,7 @@ LSTATUS Hive::OpenFile(bool create) {
         Detach();
         return ERROR_BUSY;
     }
+    told_of_row_ = false;
     const std::unique_lock lock(cache_mutex_);
     cache_.Clear();
     index_ = tables_.GetDatabase().SharedIndex();
@@ -167,7 +168,7 @@ LSTATUS Hive::Attach() {
 
 LSTATUS Hive::AttachOrMake() {
     LSTATUS status = Attach();
-    if (Is(status, ERROR_BADDB) && PutHiveAside(file_, opened_)) {
+    if (Is(status, ERROR_BADDB) && PutAside()) {
         status = ERROR_FILE_NOT_FOUND;
     }
     if (!Is(status, ERROR_FILE_NOT_FOUND)) {
@@ -188,16 +189,30 @@ LSTATUS Hive::BeforeWriting() {
     return AttachOrMake();
 }
 
+// Without rights the file stays, is found damaged by every call, and told of once.
+bool Hive::PutAside() {
+    const FileIdentity damaged = opened_;
+    Detach();
+    const bool aside = PutHiveAside(file_, damaged);
+    if (!aside && IdentityOf(file_) == damaged && !(told_ == damaged)) {
+        told_ = damaged;
+        Diagnose(u"The settings database " + FromFileName(file_) +
+                 u" is damaged and could not be put aside; its settings have their defaults");
+    }
+    return aside;
+}
+
 // What a reader sees of a hive that is damaged, cannot be opened or was made by a later version: an empty one.
 LSTATUS Hive::AfterReading(LSTATUS status) {
     if (Is(status, ERROR_BADDB)) {
-        const FileIdentity damaged = opened_;
-        Detach();
-        PutHiveAside(file_, damaged);
+        PutAside();
         return ERROR_FILE_NOT_FOUND;
     }
     if (Is(status, ERROR_CRC)) {
-        Diagnose(u"A row of the settings database " + FromFileName(file_) + u" is damaged; its setting has its default");
+        if (!told_of_row_) {
+            Diagnose(u"A row of the settings database " + FromFileName(file_) + u" is damaged; its setting has its default");
+        }
+        told_of_row_ = true;
         return ERROR_FILE_NOT_FOUND;
     }
     return Is(status, ERROR_CANTOPEN) || Is(status, ERROR_REVISION_MISMATCH) ? static_cast<LSTATUS>(ERROR_FILE_NOT_FOUND)
@@ -207,9 +222,7 @@ LSTATUS Hive::AfterReading(LSTATUS status) {
 // A change that went to a file which was put aside meanwhile has to be made again, and so has one that found the damage itself.
 bool Hive::IsAnotherAttemptDue(LSTATUS status) {
     if (Is(status, ERROR_BADDB)) {
-        const FileIdentity damaged = opened_;
-        Detach();
-        return PutHiveAside(file_, damaged);
+        return PutAside();
     }
     return status == ERROR_SUCCESS && !(IdentityOf(file_) == opened_);
 }

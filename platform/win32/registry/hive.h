@@ -118,6 +118,7 @@ private:
     LSTATUS BeforeWriting();
     LSTATUS AfterReading(LSTATUS status);
     bool IsAnotherAttemptDue(LSTATUS status);
+    bool PutAside();
 
     const std::string file_;
     std::mutex mutex_;
@@ -126,6 +127,8 @@ private:
     HiveTables tables_;  // open or not
     pid_t owner_ = 0;    // the process that opened it; a forked child opens its own
     FileIdentity opened_;
+    FileIdentity told_;         // which file's damage has been told although nothing could be done about it
+    bool told_of_row_ = false;  // since the file was opened
     std::atomic<DWORD> transaction_thread_{0};
 
     std::shared_mutex cache_mutex_;  // taken after mutex_

@@ -103,9 +103,10 @@ bool PutHiveAside(const std::string& file, const FileIdentity& which) {
         rename((file + part).c_str(), (aside + part).c_str());
     }
     const bool renamed = rename(file.c_str(), aside.c_str()) == 0;
-    Diagnose(u"The settings database " + FromFileName(file) +
-             (renamed ? u" is damaged and was kept as " + FromFileName(aside) : u" is damaged and could not be put aside") +
-             u"; its settings have their defaults");
+    if (renamed) {
+        Diagnose(u"The settings database " + FromFileName(file) + u" is damaged and was kept as " + FromFileName(aside) +
+                 u"; its settings have their defaults");
+    }
     return renamed;
 }
 
