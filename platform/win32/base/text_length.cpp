@@ -11,14 +11,14 @@ namespace {
 constexpr std::uintptr_t kBlock = sizeof(__m128i);
 
 // A bit for each byte of a unit that is 0.
-__attribute__((no_sanitize("address"))) unsigned ZerosIn(const __m128i* block) noexcept {
+__attribute__((no_sanitize("address", "thread"))) unsigned ZerosIn(const __m128i* block) noexcept {
     return static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi16(*block, _mm_setzero_si128())));
 }
 
 }  // namespace
 
 // Reads whole aligned blocks, so some bytes around the text too, but never from a page that the text does not touch.
-__attribute__((no_sanitize("address"))) std::size_t TextLength(const char16_t* text) noexcept {
+__attribute__((no_sanitize("address", "thread"))) std::size_t TextLength(const char16_t* text) noexcept {
     const auto address = reinterpret_cast<std::uintptr_t>(text);
     if (address % sizeof(char16_t) != 0) {
         std::size_t length = 0;
