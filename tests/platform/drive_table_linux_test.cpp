@@ -10,6 +10,7 @@
 #include <filesystem>
 #include <fstream>
 #include <string>
+#include <tuple>
 
 #include "support/handles.h"
 #include "support/last_error.h"
@@ -19,9 +20,7 @@
 namespace {
 
 namespace fs = std::filesystem;
-using test::ErrorOf;
-using test::Narrow;
-using test::TempFolder;
+using test::ErrorOf, test::Narrow, test::TempFolder;
 
 struct Disk {
     std::string name;    // "sdb"
@@ -38,9 +37,8 @@ const Disk kOptical{"sr", "11:0", "devices/pci0000:00/ata2/host1/block", true};
 
 struct HandedInSystem {
     HandedInSystem() {
-        for (const Disk& disk : {kInternal, kStick, kUsbDisk, kCard, kOptical}) {
+        for (const Disk& disk : {kInternal, kStick, kUsbDisk, kCard, kOptical})
             Add(disk);
-        }
         fs::create_directories(root_ / "udev");
     }
     ~HandedInSystem() {
@@ -94,11 +92,9 @@ struct HandedInSystem {
 // "C3 D2 ": each drive with its type.
 std::string LettersAndTypes() {
     std::string text;
-    for (TCHAR root[] = _T("A:\\"); root[0] <= _T('Z'); ++root[0]) {
-        if ((GetLogicalDrives() >> (root[0] - _T('A')) & 1) != 0) {
+    for (TCHAR root[] = _T("A:\\"); root[0] <= _T('Z'); ++root[0])
+        if ((GetLogicalDrives() >> (root[0] - _T('A')) & 1) != 0)
             text += static_cast<char>(root[0]) + std::to_string(GetDriveTypeW(root)) + " ";
-        }
-    }
     return text;
 }
 
@@ -114,10 +110,7 @@ TEST(LinuxFiles, GivesLettersToRemovableMediaAndToWhatTheEnvironmentNames) {
     const auto at = [](const std::string& point, const char* number, const char* device, const char* file_system = "vfat") {
         return std::string("40 1 ") + number + " / " + point + " rw shared:7 - " + file_system + " /dev/" + device + " rw\n";
     };
-    const struct {
-        const char* what;
-        std::string mounts, overrides, drives;
-    } rows[] = {
+    const std::tuple<const char*, std::string, std::string, std::string> rows[] = {
         {"in the order of mounting", at(a, "8:33", "sdc1") + at(b, "8:17", "sdb1"), "", "C3 D2 E2 "},
         {"a card, an optical disc", at(a, "179:1", "mmcblk0p1") + at(b, "11:0", "sr0", "iso9660"), "", "C3 D2 E5 "},
         {"a blank in the name", at(escaped, "8:17", "sdb1"), "", "C3 D2 "},
@@ -133,11 +126,11 @@ TEST(LinuxFiles, GivesLettersToRemovableMediaAndToWhatTheEnvironmentNames) {
          "N=" + a + ";R=" + b + ";M=" + a + "/none", "C3 M1 N4 R6 "},
         {"nonsense is passed over", "", ";=;E;E=;E=relative;1=/x;C=" + a + ";;F=" + b, "C3 F3 "},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.what);
-        setenv("KADATA_DRIVES", row.overrides.c_str(), 1);
-        system.Mount(row.mounts);
-        EXPECT_EQ(LettersAndTypes(), row.drives);
+    for (const auto& [what, mounts, overrides, drives] : rows) {
+        SCOPED_TRACE(what);
+        setenv("KADATA_DRIVES", overrides.c_str(), 1);
+        system.Mount(mounts);
+        EXPECT_EQ(LettersAndTypes(), drives);
     }
 }
 

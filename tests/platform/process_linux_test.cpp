@@ -6,6 +6,7 @@
 #include <windows.h>
 
 #include <filesystem>
+#include <optional>
 
 #include "support/child_process.h"
 #include "support/handles.h"
@@ -15,10 +16,7 @@
 
 namespace {
 
-using test::ChildArgs;
-using test::ChildProcess;
-using test::ErrorOf;
-using test::Handle;
+using test::ChildArgs, test::ChildProcess, test::ErrorOf, test::Handle;
 
 constexpr DWORD kPatience = 20000;
 
@@ -32,9 +30,8 @@ REGISTER_CHILD(EndBySignal)
 // How many files it has besides the standard streams and the folder that it reads.
 int CountFiles(const ChildArgs& /*args*/) {
     int count = 0;
-    for (const auto& entry : std::filesystem::directory_iterator("/proc/self/fd")) {
+    for (const auto& entry : std::filesystem::directory_iterator("/proc/self/fd"))
         count += std::stoi(entry.path().filename()) > STDERR_FILENO ? 1 : 0;
-    }
     return count - 1;
 }
 REGISTER_CHILD(CountFiles)
@@ -59,24 +56,20 @@ TEST(LinuxRights, DecideWhetherAFileCountsAsAProgram) {
 }
 
 TEST(LinuxProcesses, EndedByASignalAreCollectedWithTheirLastHandle) {
-    DWORD id = 0;
-    {
-        const ChildProcess child({_T("EndBySignal")});
-        id = child.Id();
-        EXPECT_EQ(child.Wait(kPatience), 128U + SIGTERM);
-        EXPECT_TRUE(Handle(OpenProcess(SYNCHRONIZE, FALSE, id))) << "its number is kept";
-    }
+    std::optional<ChildProcess> child(std::in_place, ChildArgs{_T("EndBySignal")});
+    const DWORD id = child->Id();
+    EXPECT_EQ(child->Wait(kPatience), 128U + SIGTERM);
+    EXPECT_TRUE(Handle(OpenProcess(SYNCHRONIZE, FALSE, id))) << "its number is kept";
+    child.reset();
     EXPECT_EQ(ErrorOf(OpenProcess(SYNCHRONIZE, FALSE, id)), ERROR_INVALID_PARAMETER);
 }
 
 TEST(LinuxRights, MakeANamedObjectTheOwnersAlone) {
     const std::string name = "kadata." + std::to_string(geteuid()) + ".Left~behind.";
     const auto find = [&name] {
-        for (const auto& entry : std::filesystem::directory_iterator("/dev/shm")) {
-            if (entry.path().filename().string().starts_with(name)) {
+        for (const auto& entry : std::filesystem::directory_iterator("/dev/shm"))
+            if (entry.path().filename().string().starts_with(name))
                 return entry.path();
-            }
-        }
         return std::filesystem::path();
     };
     Handle event(CreateEventW(nullptr, TRUE, FALSE, _T("Left behind")));

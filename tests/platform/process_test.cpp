@@ -16,12 +16,7 @@
 
 namespace {
 
-using test::ChildArgs;
-using test::ChildProcess;
-using test::ErrorOf;
-using test::Handle;
-using test::TempFolder;
-using test::Text;
+using test::ChildArgs, test::ChildProcess, test::ErrorOf, test::Handle, test::TempFolder, test::Text;
 
 constexpr DWORD kPatience = 20000;
 const Text kValue = _T("äöü € blank");
@@ -55,35 +50,24 @@ int CheckSurroundings(const ChildArgs& args) {
 }
 REGISTER_CHILD(CheckSurroundings)
 
-Text OwnPath() {
-    TCHAR path[32768];
-    return Text(path, GetModuleFileNameW(nullptr, path, 32768));
-}
-
-struct Started {
-    DWORD error = ERROR_SUCCESS;
-    DWORD exit_code = MAXDWORD;
-};
-
-Started RunProgram(const TCHAR* application, Text line, Text environment = {}, const TCHAR* folder = nullptr) {
+// Its exit code, or the error (2 and more) of a program that does not start.
+DWORD RunProgram(const TCHAR* application, Text line, Text environment = {}, const TCHAR* folder = nullptr) {
     STARTUPINFOW startup{};
     startup.cb = sizeof startup;
     PROCESS_INFORMATION info{};
-    Started started;
     if (!CreateProcessW(application, line.empty() ? nullptr : line.data(), nullptr, nullptr, FALSE, CREATE_UNICODE_ENVIRONMENT,
-                        environment.empty() ? nullptr : environment.data(), folder, &startup, &info)) {
-        started.error = GetLastError();
-        return started;
-    }
+                        environment.empty() ? nullptr : environment.data(), folder, &startup, &info))
+        return GetLastError();
     const Handle process(info.hProcess), thread(info.hThread);
     EXPECT_EQ(WaitForSingleObject(process, kPatience), WAIT_OBJECT_0);
-    EXPECT_TRUE(GetExitCodeProcess(process, &started.exit_code));
-    return started;
+    DWORD exit_code = MAXDWORD;
+    EXPECT_TRUE(GetExitCodeProcess(process, &exit_code));
+    return exit_code;
 }
 
 TEST(ProcessStart, SplitsTheCommandLineByTheRules) {
-    EXPECT_EQ(RunProgram(nullptr, _T("\"") + OwnPath() + _T("\" --child=CheckArguments") + kWritten).exit_code, 0U);
-    EXPECT_EQ(RunProgram(OwnPath().c_str(), _T("anything --child=CheckArguments") + kWritten).exit_code, 0U);
+    EXPECT_EQ(RunProgram(nullptr, _T("\"") + test::OwnPath() + _T("\" --child=CheckArguments") + kWritten), 0U);
+    EXPECT_EQ(RunProgram(test::OwnPath().c_str(), _T("anything --child=CheckArguments") + kWritten), 0U);
 
     int count = 0;
     LPWSTR* const list = CommandLineToArgvW((_T("\"C:\\a b\\c.exe\"") + kWritten).c_str(), &count);
@@ -96,24 +80,23 @@ TEST(ProcessStart, SplitsTheCommandLineByTheRules) {
 TEST(ProcessStart, GivesEnvironmentAndDirectory) {
     const TempFolder folder;
     folder.Write(_T("here"), "");
-    const Text line = _T("\"") + OwnPath() + _T("\" --child=CheckSurroundings \"") + kValue + _T("\" here");
+    const Text line = _T("\"") + test::OwnPath() + _T("\" --child=CheckSurroundings \"") + kValue + _T("\" here");
     Text environment;
-    for (const TCHAR* variable : {_T("PATH"), _T("SystemRoot"), _T("WINEPREFIX")}) {  // what a process cannot do without
+    for (const TCHAR* variable : {_T("PATH"), _T("SystemRoot"), _T("WINEPREFIX")})  // what a process cannot do without
         environment += Value(variable).empty() ? Text() : Text(variable) + _T("=") + Value(variable) + TCHAR{0};
-    }
     environment += _T("KADATA_TEST=") + kValue + TCHAR{0};
-    EXPECT_EQ(RunProgram(nullptr, line, environment, folder.Path().c_str()).exit_code, 0U);
-    EXPECT_EQ(RunProgram(nullptr, line, environment).exit_code, 1U) << "another directory";
-    EXPECT_EQ(RunProgram(nullptr, line, {}, folder.Path().c_str()).exit_code, 1U) << "this process's environment";
-    EXPECT_EQ(RunProgram(nullptr, line, environment, folder.Path(_T("here")).c_str()).error, ERROR_DIRECTORY);
+    EXPECT_EQ(RunProgram(nullptr, line, environment, folder.Path().c_str()), 0U);
+    EXPECT_EQ(RunProgram(nullptr, line, environment), 1U) << "another directory";
+    EXPECT_EQ(RunProgram(nullptr, line, {}, folder.Path().c_str()), 1U) << "this process's environment";
+    EXPECT_EQ(RunProgram(nullptr, line, environment, folder.Path(_T("here")).c_str()), ERROR_DIRECTORY);
 }
 
 TEST(ProcessStart, SaysWhyItCannot) {
     const TempFolder folder;
-    EXPECT_EQ(RunProgram(nullptr, _T("no-such-program-anywhere a b")).error, ERROR_FILE_NOT_FOUND);
-    EXPECT_EQ(RunProgram(folder.Path(_T("none")).c_str(), {}).error, ERROR_FILE_NOT_FOUND);
-    EXPECT_EQ(RunProgram(folder.Path(_T("no\\ne")).c_str(), {}).error, ERROR_PATH_NOT_FOUND);
-    EXPECT_EQ(RunProgram(folder.Path().c_str(), {}).error, test::UnlessWine(ERROR_ACCESS_DENIED, ERROR_INVALID_HANDLE));
+    EXPECT_EQ(RunProgram(nullptr, _T("no-such-program-anywhere a b")), ERROR_FILE_NOT_FOUND);
+    EXPECT_EQ(RunProgram(folder.Path(_T("none")).c_str(), {}), ERROR_FILE_NOT_FOUND);
+    EXPECT_EQ(RunProgram(folder.Path(_T("no\\ne")).c_str(), {}), ERROR_PATH_NOT_FOUND);
+    EXPECT_EQ(RunProgram(folder.Path().c_str(), {}), test::UnlessWine(ERROR_ACCESS_DENIED, ERROR_INVALID_HANDLE));
 }
 
 TEST(Process, IsOpenedByNumberWithTheRightsAskedFor) {
@@ -134,8 +117,7 @@ TEST(Process, IsOpenedByNumberWithTheRightsAskedFor) {
     EXPECT_TRUE(TerminateProcess(killer, 77));
     EXPECT_EQ(WaitForSingleObject(waiter, kPatience), WAIT_OBJECT_0);
     EXPECT_EQ(TerminateProcess(killer, 78), test::UnlessWine(FALSE, TRUE)) << "it has ended";
-    const Handle late(OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, child.Id()));
-    EXPECT_TRUE(GetExitCodeProcess(late, &code));
+    EXPECT_TRUE(GetExitCodeProcess(Handle(OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, child.Id())), &code));
     EXPECT_EQ(code, 77U);
     SetEvent(go);
     EXPECT_EQ(ending.Wait(kPatience), 17U);
@@ -152,11 +134,10 @@ TEST(Environment, StoresFindsAndForgets) {
     TCHAR buffer[7];
     EXPECT_EQ(GetEnvironmentVariableW(name, buffer, 6), 7U);
     EXPECT_EQ(GetEnvironmentVariableW(name, buffer, 7), 6U);
-
     EXPECT_TRUE(SetEnvironmentVariableW(name, nullptr));
     EXPECT_EQ(ErrorOf(GetEnvironmentVariableW(name, buffer, 7)), ERROR_ENVVAR_NOT_FOUND);
-    EXPECT_EQ(ErrorOf(SetEnvironmentVariableW(_T(""), _T("x"))), ERROR_INVALID_PARAMETER);
-    EXPECT_EQ(ErrorOf(SetEnvironmentVariableW(_T("a=b"), _T("x"))), ERROR_INVALID_PARAMETER);
+    for (const TCHAR* const wrong : {_T(""), _T("a=b")})
+        EXPECT_EQ(ErrorOf(SetEnvironmentVariableW(wrong, _T("x"))), ERROR_INVALID_PARAMETER);
 }
 
 TEST(Environment, ExpandsWhatExists) {
@@ -170,7 +151,7 @@ TEST(Environment, ExpandsWhatExists) {
 }
 
 TEST(Environment, MayChangeWhileOthersRead) {
-    std::thread writer([] {
+    const std::jthread writer([] {
         for (int i = 0; i < 2000; ++i) {
             SetEnvironmentVariableW(_T("KADATA_T"), Text(static_cast<std::size_t>(i % 50 + 1), _T('v')).c_str());
             SetEnvironmentVariableW((Text(_T("KADATA_T")) + static_cast<TCHAR>(_T('a') + i % 20)).c_str(),
@@ -182,7 +163,6 @@ TEST(Environment, MayChangeWhileOthersRead) {
         SYSTEMTIME now{};
         GetLocalTime(&now);
     }
-    writer.join();
 }
 
 }  // namespace

@@ -6,19 +6,17 @@
 
 #include <string>
 
+#include "support/child_process.h"
 #include "support/last_error.h"
 #include "support/temp_folder.h"
 
 namespace {
 
-using test::TempFolder;
-using test::Text;
+using test::TempFolder, test::Text;
 
-Text Beside(const TCHAR* name) {
-    TCHAR path[4 * MAX_PATH] = {};
-    GetModuleFileNameW(nullptr, path, 4 * MAX_PATH);
-    const Text program = path;
-    return name == nullptr ? program + _T(".res") : program.substr(0, program.find_last_of(_T('\\')) + 1) + name;
+Text Module() {
+    const Text program = test::OwnPath();
+    return program.substr(0, program.find_last_of(_T('\\')) + 1) + _T("resource_module.dll");
 }
 
 std::string Data(HMODULE module, HRSRC resource) {
@@ -53,41 +51,28 @@ int CountFound(const TempFolder& folder, const std::string& bytes) {
     return found;
 }
 
-TEST(LinuxModules, ReadCompiledResourcesAsFarAsTheFileGoesAndSurviveDamage) {
+TEST(LinuxModules, ReadResourcesAsFarAsTheFileGoesAndSurviveDamage) {
     const TempFolder folder;
-    const std::string whole = test::ReadBytes(Beside(nullptr));
-    int before = 0;
-    for (std::size_t length = 0; length <= whole.size(); ++length) {
-        const int found = CountFound(folder, whole.substr(0, length));
-        EXPECT_GE(found, before) << length;
-        before = found;
-    }
-    EXPECT_EQ(before, kAll);
-    for (std::size_t i = 0; i < whole.size(); ++i) {
-        std::string damaged = whole;
-        damaged[i] = static_cast<char>(damaged[i] ^ 0xFF);
-        EXPECT_LE(CountFound(folder, damaged), kAll);
-    }
-}
-
-TEST(LinuxModules, SurviveDamageToTheirResources) {
-    const TempFolder folder;
-    const std::string whole = test::ReadBytes(Beside(_T("resource_module.dll")));
-    EXPECT_EQ(CountFound(folder, whole), kAll);
-    for (std::size_t i = 0; i < whole.size(); ++i) {
-        if (whole[i] != 0 || i % 16 == 0) {
+    for (const auto& [path, step] : {std::pair<Text, std::size_t>{test::OwnPath() + _T(".res"), 1}, {Module(), 16}}) {
+        const std::string whole = test::ReadBytes(path);
+        EXPECT_EQ(CountFound(folder, whole), kAll);
+        int before = 0;
+        for (std::size_t length = 0; length < whole.size(); length += step) {
+            const int found = CountFound(folder, whole.substr(0, length));
+            EXPECT_GE(found, before) << length;
+            before = found;
+        }
+        for (std::size_t i = 0; i < whole.size(); ++i) {
             std::string damaged = whole;
             damaged[i] = static_cast<char>(damaged[i] ^ 0xFF);
-            EXPECT_LE(CountFound(folder, damaged), kAll);
+            EXPECT_LE(whole[i] != 0 || i % step == 0 ? CountFound(folder, damaged) : 0, kAll);
         }
     }
-    for (std::size_t length = 0; length < whole.size(); length += 16)
-        EXPECT_LE(CountFound(folder, whole.substr(0, length)), kAll);
 }
 
 TEST(LinuxModules, LoseOnlyTheResourcesThatATableInACircleHeld) {
     const TempFolder folder;
-    std::string image = test::ReadBytes(Beside(_T("resource_module.dll")));
+    std::string image = test::ReadBytes(Module());
     const std::size_t raw_pointer = image.find(".rsrc") + 20;
     const std::size_t directory = static_cast<BYTE>(image.at(raw_pointer)) + 256u * static_cast<BYTE>(image.at(raw_pointer + 1));
     const std::size_t first_type = directory + 16;  // PATTERNS: texts come before numbers

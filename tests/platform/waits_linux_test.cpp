@@ -23,35 +23,25 @@ bool IsAsleep(DWORD thread) {
     return name_end != std::string::npos && text[name_end + 2] == 'S';
 }
 
-// Threads that do nothing but wait, and are known to be asleep in it.
-class Sleepers {
-public:
-    Sleepers(int count, const std::function<DWORD()>& wait) : results_(static_cast<std::size_t>(count), WAIT_FAILED) {
-        for (DWORD& result : results_) {
-            std::atomic<DWORD> id{0};
-            threads_.emplace_back([&id, &result, wait] {
-                id = GetCurrentThreadId();
-                id.notify_one();
-                result = wait();
-            });
-            id.wait(0);
-            while (!IsAsleep(id)) {
-                std::this_thread::yield();
-            }
-        }
+// What `wait` gives to `count` threads that were all asleep in it when `signal` was called.
+std::vector<DWORD> Woken(std::size_t count, const std::function<DWORD()>& wait, const std::function<void()>& signal) {
+    std::vector<DWORD> results(count, WAIT_FAILED);
+    std::vector<std::jthread> threads;
+    for (DWORD& result : results) {
+        std::atomic<DWORD> id{0};
+        threads.emplace_back([&id, &result, wait] {
+            id = GetCurrentThreadId();
+            id.notify_one();
+            result = wait();
+        });
+        id.wait(0);
+        while (!IsAsleep(id))
+            std::this_thread::yield();
     }
-
-    std::vector<DWORD> Results() {
-        for (std::thread& thread : threads_) {
-            thread.join();
-        }
-        return results_;
-    }
-
-private:
-    std::vector<DWORD> results_;
-    std::vector<std::thread> threads_;
-};
+    signal();
+    threads.clear();
+    return results;
+}
 
 // A signal goes to who waits at that moment, although nobody runs until later and it may be taken back by then.
 TEST(LinuxProcesses, HaveSleepingThreadsThatEachTakeASignal) {
@@ -59,22 +49,17 @@ TEST(LinuxProcesses, HaveSleepingThreadsThatEachTakeASignal) {
         SCOPED_TRACE(manual);
         const Handle event(CreateEventW(nullptr, manual, FALSE, nullptr)), never(CreateEventW(nullptr, TRUE, FALSE, nullptr));
         const HANDLE both[] = {never, event};
-        Sleepers single(1, [&] { return WaitForSingleObject(event, kPatience); });
-        SetEvent(event);
-        ResetEvent(event);
-        EXPECT_EQ(single.Results(), std::vector{WAIT_OBJECT_0});
-        Sleepers joint(1, [&] { return WaitForMultipleObjects(2, both, FALSE, kPatience); });
-        SetEvent(event);
-        ResetEvent(event);
-        EXPECT_EQ(joint.Results(), std::vector{WAIT_OBJECT_0 + 1});
+        const auto signal = [&] { EXPECT_TRUE(SetEvent(event) && ResetEvent(event)); };
+        const auto single = [&] { return WaitForSingleObject(event, kPatience); };
+        const auto joint = [&] { return WaitForMultipleObjects(2, both, FALSE, kPatience); };
+        EXPECT_EQ(Woken(1, single, signal), std::vector{WAIT_OBJECT_0});
+        EXPECT_EQ(Woken(1, joint, signal), std::vector{WAIT_OBJECT_0 + 1});
         EXPECT_EQ(WaitForSingleObject(event, 0), WAIT_TIMEOUT);
     }
     const Handle event(CreateEventW(nullptr, FALSE, FALSE, nullptr));
-    Sleepers sleepers(3, [&] { return WaitForSingleObject(event, kPatience); });
-    for (int i = 0; i < 3; ++i) {
-        SetEvent(event);
-    }
-    EXPECT_EQ(sleepers.Results(), std::vector(3, WAIT_OBJECT_0));
+    const auto signal = [&] { EXPECT_TRUE(SetEvent(event) && SetEvent(event) && SetEvent(event)); };
+    const auto wait = [&] { return WaitForSingleObject(event, kPatience); };
+    EXPECT_EQ(Woken(3, wait, signal), std::vector(3, WAIT_OBJECT_0));
     EXPECT_EQ(WaitForSingleObject(event, 0), WAIT_TIMEOUT);
 }
 
