@@ -14,12 +14,7 @@
 
 namespace test {
 
-inline std::string Narrow(LPCTSTR text) {
-    return Narrow(Text(text));
-}
-inline std::string Narrow(const CString& text) {
-    return Narrow(text.View());
-}
+constexpr DWORD kPatience = 60000;  // milliseconds
 
 // The helpers made public, and a screen of the tests' choice.
 class Settings : public CKalidoRegistry {
@@ -30,8 +25,6 @@ public:
     using CKalidoRegistry::GetProfileIntW;
     using CKalidoRegistry::GetProfileRect;
     using CKalidoRegistry::GetProfileStringW;
-    using CKalidoRegistry::WriteProfileInt;
-    using CKalidoRegistry::WriteProfileRect;
     using CKalidoRegistry::WriteProfileStringW;
 
     CString GetScreenResolutionString() const override {
@@ -63,6 +56,10 @@ protected:
     }
     static void SetText(HKEY hive, const CString& path, LPCTSTR name, const CString& text) {
         SetRaw(hive, path, name, REG_SZ, text.GetString(), (static_cast<std::size_t>(text.GetLength()) + 1) * sizeof(TCHAR));
+    }
+    // A text of the user's section "Settings".
+    std::string StoredText(LPCTSTR name) const {
+        return Narrow(settings_.GetProfileStringW(_T("Settings"), name, _T("def"), HKEY_CURRENT_USER));
     }
 
     const TempFolder folder_;

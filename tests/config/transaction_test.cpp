@@ -1,4 +1,5 @@
 #include "settings_fixture.h"
+#include "support/functions.h"
 #include "support/wine.h"
 
 namespace {
@@ -7,11 +8,10 @@ using test::Settings;
 using test::SettingsTest;
 
 // The system's functions as a host finds them; null where it has none.
-template <class Function>
-Function* Find(const char* name) {
+template <class Signature>
+Signature* Find(const char* name) {
     const HMODULE module = LoadLibraryW(_T("KtmW32.dll"));
-    const auto function = module != nullptr ? GetProcAddress(module, name) : nullptr;
-    return reinterpret_cast<Function*>(reinterpret_cast<void (*)()>(function));
+    return module != nullptr ? test::Function<Signature>(module, name) : nullptr;
 }
 using CreateTransactionFunction = HANDLE WINAPI(SECURITY_ATTRIBUTES*, void*, DWORD, DWORD, DWORD, DWORD, LPWSTR);
 using EndTransactionFunction = BOOL WINAPI(HANDLE);
@@ -26,8 +26,7 @@ TEST_F(SettingsTest, TakePartInATransactionWhereTheSystemHasThem) {
         SCOPED_TRACE(end);
         const test::Handle transaction(create != nullptr ? create(nullptr, nullptr, 0, 0, 0, 0, nullptr) : nullptr);
         inside.SetTransaction(create != nullptr ? transaction : INVALID_HANDLE_VALUE);
-        EXPECT_TRUE(inside.WriteDatabase(2));
-        EXPECT_TRUE(inside.WriteWindowPos(_T("w"), CRect(1, 2, 3, 4)));
+        EXPECT_TRUE(inside.WriteDatabase(2) && inside.WriteWindowPos(_T("w"), CRect(1, 2, 3, 4)));
         EXPECT_EQ(inside.GetDatabase(), 2);
         EXPECT_EQ(settings_.GetDatabase(), transacted ? 1 : 2);
         EXPECT_TRUE(inside.ClearWindowPos(_T("w")));

@@ -41,6 +41,10 @@ void WriteBytes(const Text& path, std::string_view bytes);
 
 // Text for messages of a failing test.
 std::string Narrow(std::basic_string_view<TCHAR> text);
+template <class String>
+auto Narrow(const String& text) -> decltype(Narrow(text.View())) {  // of a CString
+    return Narrow(text.View());
+}
 Text Widen(std::string_view text);
 
 }  // namespace test
