@@ -11,7 +11,6 @@
 #include <atomic>
 #include <cstdlib>
 #include <memory>
-#include <new>
 #include <optional>
 #include <string>
 
@@ -35,23 +34,12 @@ struct Acknowledged {
     std::array<std::atomic<DWORD>, kWriters> group;
 };
 
-class SharedNumbers {
-public:
-    explicit SharedNumbers(const Text& name)
-        : mapping_(CreateFileMappingW(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0, sizeof(Acknowledged), name.c_str())),
-          view_(MapViewOfFile(mapping_, FILE_MAP_ALL_ACCESS, 0, 0, sizeof(Acknowledged))) {}
-    SharedNumbers(const SharedNumbers&) = delete;
-    SharedNumbers& operator=(const SharedNumbers&) = delete;
-    ~SharedNumbers() {
-        UnmapViewOfFile(view_);
-        CloseHandle(mapping_);
-    }
-    Acknowledged& operator*() const { return *static_cast<Acknowledged*>(view_); }
-
-private:
-    HANDLE mapping_;
-    void* view_;
-};
+// Mapped until the process ends.
+Acknowledged& SharedNumbers(const Text& name) {
+    const HANDLE mapping =
+        CreateFileMappingW(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0, sizeof(Acknowledged), name.c_str());
+    return *static_cast<Acknowledged*>(MapViewOfFile(mapping, FILE_MAP_ALL_ACCESS, 0, 0, sizeof(Acknowledged)));
+}
 
 Text Name(int writer, const TCHAR* part = _T("")) {
     return _T("writer ") + test::Widen(std::to_string(writer)) + part;
@@ -63,44 +51,39 @@ DWORD Current(const Text& name) {
 
 // One number after the other, alone and as a group of three in a transaction.
 int WriteUntilKilled(const test::ChildArgs& args) {
-    const SharedNumbers shared(args[0]);
+    Acknowledged& shared = SharedNumbers(args[0]);
     const int writer = _wtoi(args[1].c_str());
     DWORD number = Current(Name(writer));
     for (DWORD group = Current(Name(writer, kGroup[0]));;) {
-        if (!test::SetNumber(Name(writer).c_str(), ++number)) {
+        if (!test::SetNumber(Name(writer).c_str(), ++number))
             return 1;
-        }
-        (*shared).single[static_cast<std::size_t>(writer)] = number;
+        shared.single[static_cast<std::size_t>(writer)] = number;
         const HANDLE transaction = CreateTransaction(nullptr, nullptr, 0, 0, 0, 0, nullptr);
         ++group;
         for (const TCHAR* const part : kGroup) {
-            if (!test::SetNumber(Name(writer, part).c_str(), group, transaction)) {
+            if (!test::SetNumber(Name(writer, part).c_str(), group, transaction))
                 return 2;
-            }
         }
-        if (!CommitTransaction(transaction)) {
+        if (!CommitTransaction(transaction))
             return 3;
-        }
         CloseHandle(transaction);
-        (*shared).group[static_cast<std::size_t>(writer)] = group;
+        shared.group[static_cast<std::size_t>(writer)] = group;
     }
 }
 REGISTER_CHILD(WriteUntilKilled)
 
 // Never reads less than was acknowledged before it asked, and no half group.
 int ReadUntilKilled(const test::ChildArgs& args) {
-    const SharedNumbers shared(args[0]);
+    Acknowledged& shared = SharedNumbers(args[0]);
     for (;;) {
         for (int writer = 0; writer < kWriters; ++writer) {
-            const DWORD told = (*shared).single[static_cast<std::size_t>(writer)];
-            if (Current(Name(writer)) < told) {
+            const DWORD told = shared.single[static_cast<std::size_t>(writer)];
+            if (Current(Name(writer)) < told)
                 return 1;
-            }
             // The last part was written after the first one was read, if they differ: never the other way round.
             const DWORD last = Current(Name(writer, kGroup[2])), first = Current(Name(writer, kGroup[0]));
-            if (first < last) {
+            if (first < last)
                 return 2;
-            }
         }
     }
 }
@@ -136,13 +119,12 @@ int Rounds() {
 
 TEST_F(LinuxHives, SurviveProgramsThatAreKilled) {
     const Text name = _T("KaDataSoak") + test::Widen(std::to_string(GetCurrentProcessId()));
-    const SharedNumbers shared(name);
+    const Acknowledged& shared = SharedNumbers(name);
     ASSERT_TRUE(test::SetNumber(_T("first"), 1));
     const std::string file = test::Native(hives_ + _T("\\user.registry"));
     std::unique_ptr<test::ChildProcess> children[kWriters + 1];
-    for (int child = 0; child <= kReader; ++child) {
+    for (int child = 0; child <= kReader; ++child)
         children[child] = Start(name, child);
-    }
     std::uint32_t random = GetCurrentProcessId();
     for (int round = 0; round < Rounds(); ++round) {
         random = random * 1664525 + 1013904223;
@@ -152,7 +134,7 @@ TEST_F(LinuxHives, SurviveProgramsThatAreKilled) {
         children[victim]->Kill();
         for (int writer = 0; writer < kWriters; ++writer) {
             const auto index = static_cast<std::size_t>(writer);
-            const DWORD single = (*shared).single[index], group = (*shared).group[index];
+            const DWORD single = shared.single[index], group = shared.group[index];
             ASSERT_GE(Current(Name(writer)), single) << "lost, round " << round;
             ASSERT_GE(Current(Name(writer, kGroup[2])), group) << "lost, round " << round;
         }
@@ -164,9 +146,8 @@ TEST_F(LinuxHives, SurviveProgramsThatAreKilled) {
         ASSERT_EQ(Integrity(file), "ok") << "round " << round;
         children[victim] = Start(name, victim);
     }
-    for (int writer = 0; writer < kWriters; ++writer) {
-        EXPECT_GT((*shared).group[static_cast<std::size_t>(writer)], 0U);
-    }
+    for (int writer = 0; writer < kWriters; ++writer)
+        EXPECT_GT(shared.group[static_cast<std::size_t>(writer)], 0U);
 }
 
 }  // namespace

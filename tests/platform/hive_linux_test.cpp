@@ -29,9 +29,8 @@ int WriteWhenAsked(const test::ChildArgs& args) {
     const HANDLE ask = CreateEventW(nullptr, FALSE, FALSE, args[0].c_str()),
                  done = CreateEventW(nullptr, FALSE, FALSE, args[1].c_str());
     for (DWORD number = 1; WaitForSingleObject(ask, 60000) == WAIT_OBJECT_0; ++number) {
-        if (!test::SetNumber(_T("v"), number)) {
+        if (!test::SetNumber(_T("v"), number))
             return 1;
-        }
         SetEvent(done);
     }
     return 2;
@@ -112,9 +111,8 @@ Text NameOf(DWORD number) {
 }
 
 void MakeHive(const fs::path& file) {
-    for (DWORD number = 1; number <= kValues; ++number) {
+    for (DWORD number = 1; number <= kValues; ++number)
         ASSERT_TRUE(test::SetNumber(NameOf(number).c_str(), number));
-    }
     sqlite3* database = nullptr;
     ASSERT_EQ(sqlite3_open(file.c_str(), &database), SQLITE_OK);
     EXPECT_EQ(sqlite3_exec(database, "PRAGMA wal_checkpoint(TRUNCATE)", nullptr, nullptr, nullptr), SQLITE_OK);

@@ -67,9 +67,8 @@ TEST_F(LinuxHives, ArePutAsideWhenTheyAreNone) {
     EXPECT_EQ(Read(HKEY_CURRENT_USER), "x");
     std::string kept;
     for (const fs::directory_entry& entry : fs::directory_iterator(test::Native(folder_.Path(_T("damaged"))))) {
-        if (entry.path().filename().string().starts_with("user.registry.damaged-20")) {
+        if (entry.path().filename().string().starts_with("user.registry.damaged-20"))
             kept = test::ReadBytes(folder_.Path(_T("damaged\\") + test::Widen(entry.path().filename().string())));
-        }
     }
     EXPECT_EQ(kept, garbage);
 }

@@ -193,11 +193,8 @@ TEST_F(Registry, ListsWhatIsBelowAKey) {
                                &counts[4], nullptr, nullptr),
               ERROR_SUCCESS);
     EXPECT_EQ(std::vector<DWORD>(std::begin(counts), std::end(counts)), (std::vector<DWORD>{3, 2, 2, 5, 5}));
-    for (DWORD i = 0; i < 3; ++i) {  // no room: one of them is longer than that
-        DWORD length = 1;
-        EXPECT_EQ(RegEnumKeyExW(key_, i, name, &length, nullptr, nullptr, nullptr, nullptr),
-                  static_cast<LSTATUS>(ERROR_MORE_DATA));
-    }
+    DWORD length = 1;  // no room for any of them
+    EXPECT_EQ(RegEnumKeyExW(key_, 0, name, &length, nullptr, nullptr, nullptr, nullptr), static_cast<LSTATUS>(ERROR_MORE_DATA));
 }
 
 TEST_F(Registry, DeletesKeysThatHaveNoneBelow) {
@@ -242,9 +239,8 @@ TEST_F(Registry, TakesPartInTransactionsByFunctionsLookedUp) {
     DWORD disposition = 0;
     ASSERT_EQ(create(key_, _T("new"), 0, nullptr, 0, KEY_READ | KEY_WRITE, nullptr, &sub, &disposition, transaction, nullptr),
               test::UnlessWine<LSTATUS>(ERROR_SUCCESS, ERROR_CALL_NOT_IMPLEMENTED));
-    if (sub == nullptr) {
+    if (sub == nullptr)
         return;
-    }
     EXPECT_EQ(disposition, DWORD{REG_CREATED_NEW_KEY});
     EXPECT_EQ(Set(sub, _T("v"), REG_BINARY, "1"), DWORD{ERROR_SUCCESS});
     EXPECT_EQ(Get(sub, _T("v")), "3:1");
