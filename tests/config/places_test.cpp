@@ -1,20 +1,25 @@
 #include "settings_fixture.h"
+#include "support/child_process.h"
 
 namespace {
 
 using test::Narrow;
+using test::Settings;
 using test::SettingsTest;
 using test::Text;
 
 constexpr LPCTSTR kSharedKey = _T("Software\\Kalido Dental Systems\\Common\\Database");
 constexpr LPCTSTR kImagingKey = _T("Software\\Classes\\CLSID\\{6B7C1B52-3F0E-4C8A-9E57-5D2A4F61C0B3}");
 
-TEST_F(SettingsTest, ResolveTheDataPathFromTheProgramsFolder) {
+// Run from a folder of the test: 0 when every path is resolved from there, else the number of the first that is not.
+int ResolveDataPaths(const test::ChildArgs&) {
+    Settings settings(_T("any"));
     const CString program = CDirectory::GetExePath(), root = program.Left(3);
     const CString above = program.Left(program.Left(program.GetLength() - 1).ReverseFind(_T('\\')) + 1);
     CString up(_T('x'), 60);
     up.Replace(_T("x"), _T("..\\"));
-    EXPECT_EQ(settings_.GetDataPath(TRUE), above + _T("Data\\"));
+    if (settings.GetDataPath(TRUE) != above + _T("Data\\"))
+        return 1;
     const std::pair<CString, CString> rows[] = {
         {_T("..\\Pr\u00F6 \u4E2D\\"), above + _T("Pr\u00F6 \u4E2D\\")},
         {_T(""), program},
@@ -28,11 +33,21 @@ TEST_F(SettingsTest, ResolveTheDataPathFromTheProgramsFolder) {
         {_T("d:x"), _T("d:x")},
         {_T("\\\\s"), _T("\\\\s")},
     };
+    int number = 1;
     for (const auto& [path, resolved] : rows) {
-        EXPECT_TRUE(settings_.WriteDataPath(path));
-        EXPECT_EQ(settings_.GetDataPath(FALSE), path);
-        EXPECT_EQ(settings_.GetDataPath(TRUE), resolved);
+        ++number;
+        if (!settings.WriteDataPath(path) || settings.GetDataPath(FALSE) != path || settings.GetDataPath(TRUE) != resolved)
+            return number;
     }
+    return 0;
+}
+REGISTER_CHILD(ResolveDataPaths)
+
+TEST_F(SettingsTest, ResolveTheDataPathFromTheProgramsFolder) {
+    const Text program =
+        folder_.MakeFolder(_T("Pr\u00F6gram  \u4E2D.x")) + _T("\\") + CDirectory::GetExeNameWithoutPath(1).GetString();
+    ASSERT_TRUE(CopyFileW(test::OwnPath().c_str(), program.c_str(), TRUE));
+    EXPECT_EQ(test::ChildProcess({_T("ResolveDataPaths")}, program).Wait(60000), 0U);
 }
 
 TEST_F(SettingsTest, NameTheLanguage) {

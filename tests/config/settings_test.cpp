@@ -46,6 +46,8 @@ std::vector<Setting> AllSettings() {
         {machine, program + _T("\\Settings"), _T("DataPath"), CALLS(GetDataPath(FALSE), WriteDataPath(_T("D"))), "..\\Data\\",
          "D"},
         {user, settings, _T("Database"), CALLS(GetDatabase(), WriteDatabase(-3)), "0", "-3"},
+        {user, settings, _T("LastPatient"),
+         CALLS(GetLastPatient().GetFullName(0) + _T("@"), WriteLastPatient(CPatient(_T("Miller, Anna")))), "@", "Miller, Anna@"},
         {machine, settings, _T("Language"),
          CALLS(GetLanguage(), WriteProfileStringW(_T("Settings"), _T("Language"), _T("NL"), HKEY_LOCAL_MACHINE)), "GER", "NL"},
         {user, profile + _T("P 1"), _T("Column.3.Name"),

@@ -20,9 +20,8 @@ const CString& Folder() {
 std::string LoggedBy(const TCHAR* child) {
     CDirectory::Remove(Folder());
     EXPECT_EQ(test::ChildProcess({child}).Wait(60000), 0U);
-    if (!CDirectory::FileExist(Folder(), _T("TARVO000.log"))) {
+    if (!CDirectory::FileExist(Folder(), _T("TARVO000.log")))
         return "";
-    }
     const std::vector<std::string> lines = test::ReadLogLines(Text(CDirectory::Concat(Folder(), _T("TARVO000.log")).View()));
     std::string all;
     for (const std::string& line : lines) {
@@ -36,9 +35,8 @@ std::string LoggedBy(const TCHAR* child) {
 int PrintEveryCategory(const test::ChildArgs& /*args*/) {
     CLog::Print(CLogError(), _T("before the configuration nothing is enabled"));
     CLog::SetLogConfig({1 | 2 | 4, 10, 1000000});
-    for (DWORD kind = 0; kind < 5; ++kind) {
+    for (DWORD kind = 0; kind < 5; ++kind)
         CLog::Print(CLogError(kind), _T("kind %u"), kind);
-    }
     CLog::Print(CLogWarning(), _T("%s"), CString(_T("w")));
     CLog::Print(CLogInfo(), _T("i"));
     CLog::Print(CLogTrace(), _T("not enabled"));
@@ -91,9 +89,8 @@ public:
 };
 
 int UseTheSecondInstance(const test::ChildArgs& /*args*/) {
-    if (CLogFile::HasInstance()) {
+    if (CLogFile::HasInstance())
         return 1;
-    }
     CLogFile* const instance = CLogFile::GetInstance();
     instance->PrintCore(_T("direct\r\n"));
     const bool same = CLogFile::GetInstance() == instance && CLogFile::HasInstance();

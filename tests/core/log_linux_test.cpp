@@ -27,14 +27,12 @@ std::atomic<std::size_t> bytes_that_still_fit{0};
 extern "C" __attribute__((visibility("default"))) ssize_t write(int file, const void* bytes, size_t count) {
     using Function = ssize_t (*)(int, const void*, size_t);
     static const auto real = reinterpret_cast<Function>(dlsym(RTLD_NEXT, "write"));
-    if (writes_until_full == kNever || writes_until_full-- > 0) {
+    if (writes_until_full == kNever || writes_until_full-- > 0)
         return real(file, bytes, count);
-    }
     writes_until_full = 0;  // and it stays full
     const std::size_t fits = std::min(bytes_that_still_fit.exchange(0), count);
-    if (fits != 0) {
+    if (fits != 0)
         return real(file, bytes, fits);
-    }
     errno = ENOSPC;
     return -1;
 }
@@ -70,9 +68,8 @@ TEST(LinuxFiles, MayBeFullAndTheLogIsWholeAgainWhenThereIsRoom) {
             CLogFile log(Options(folder));
             bytes_that_still_fit = fits;
             writes_until_full = full_at;
-            for (int i = 0; i < 4; ++i) {
+            for (int i = 0; i < 4; ++i)
                 log.PrintCore(_T("<early>\r\n"));
-            }
             writes_until_full = kNever;
             log.PrintCore(_T("<after>\r\n"));
             CLogFile(Options(folder)).PrintCore(_T("<other>\r\n"));
@@ -108,9 +105,8 @@ TEST(LinuxHives, ThatAreDamagedAreToldInTheLog) {
     CDirectory::Remove(logs);
     ASSERT_EQ(test::ChildProcess({_T("ReadDamagedSettings"), folder.Path()}).Wait(60000), 0U);
     std::string told;
-    for (const std::string& line : test::ReadLogLines(test::Text(CDirectory::Concat(logs, _T("TARVO000.log")).View()))) {
+    for (const std::string& line : test::ReadLogLines(test::Text(CDirectory::Concat(logs, _T("TARVO000.log")).View())))
         told += line;
-    }
     EXPECT_NE(told.find("user.registry is damaged and was kept as"), told.npos) << told;
     EXPECT_NE(told.find("machine.registry is damaged and was kept as"), told.npos) << told;
 }

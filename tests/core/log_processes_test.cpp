@@ -43,17 +43,15 @@ std::unique_ptr<CLogFile> OpenLog(const Text& folder, const Limits& limits) {
 CString Message(int writer, int number) {
     CString text;
     text.Format(_T("<%d.%d"), writer, number);
-    for (int line = 0; line < number % 3; ++line) {
+    for (int line = 0; line < number % 3; ++line)
         text += _T("\r\n") + CString(_T('x'), 1 + number % 40);
-    }
     return text + _T(">\r\n\r\n");
 }
 
 std::string Expected(int writer, int number) {
     std::string text = "<" + std::to_string(writer) + "." + std::to_string(number);
-    for (int line = 0; line < number % 3; ++line) {
+    for (int line = 0; line < number % 3; ++line)
         text += "|" + std::string(static_cast<std::size_t>(1 + number % 40), 'x');
-    }
     return text + ">";
 }
 
@@ -70,14 +68,12 @@ int WriteMessages(const test::ChildArgs& args) {
             const auto stopped = [&stop](int i) {
                 return i != 0 && i % kBatch == 0 && WaitForSingleObject(stop, 0) == WAIT_OBJECT_0;
             };
-            for (int i = 0; i < count && !stopped(i); ++i) {
+            for (int i = 0; i < count && !stopped(i); ++i)
                 log->PrintCore(Message(first + t, i));
-            }
         });
     }
-    for (std::thread& thread : threads) {
+    for (std::thread& thread : threads)
         thread.join();
-    }
     return 0;
 }
 REGISTER_CHILD(WriteMessages)
@@ -87,9 +83,8 @@ int WriteUntilKilled(const test::ChildArgs& args) {
     const std::unique_ptr<CLogFile> log = OpenLog(args[0], kKeepAll);
     log->PrintCore(Message(kVictim, 0));
     SetEvent(test::Handle(OpenEventW(EVENT_MODIFY_STATE, FALSE, args[1].c_str())));
-    for (int i = 1;; ++i) {
+    for (int i = 1;; ++i)
         log->PrintCore(Message(kVictim, i));
-    }
 }
 REGISTER_CHILD(WriteUntilKilled)
 
@@ -114,12 +109,10 @@ TEST(LogProcesses, LoseAndMixNothing) {
     constexpr int kMessages = 1500;
     const TempFolder folder;
     std::vector<std::unique_ptr<ChildProcess>> children;
-    for (int p = 0; p < kProcesses; ++p) {
+    for (int p = 0; p < kProcesses; ++p)
         children.push_back(StartWriter(folder, p * kThreads, kMessages));
-    }
-    for (const auto& child : children) {
+    for (const auto& child : children)
         EXPECT_EQ(child->Wait(kPatience), 0U);
-    }
     const test::LogFolder log = test::ReadLogFolder(folder.Path());
     EXPECT_TRUE(log.broken.empty()) << log.broken.size() << " lines without a message, first " << log.broken.front();
     ASSERT_EQ(log.messages.size(), static_cast<std::size_t>(kProcesses * kThreads * kMessages));
@@ -135,9 +128,8 @@ TEST(LogProcesses, LoseAndMixNothing) {
 TEST(LogProcesses, KeepNoMoreFilesThanTheMaximum) {
     const TempFolder folder;
     std::vector<std::unique_ptr<ChildProcess>> children;
-    for (int p = 0; p < 4; ++p) {
+    for (int p = 0; p < 4; ++p)
         children.push_back(StartWriter(folder, p * kThreads, 700, _T("few")));
-    }
     for (const auto& child : children) {
         while (!child->Wait(1)) {
             CStringArray names;
@@ -159,9 +151,8 @@ TEST(LogProcesses, StayWholeWhileOneIsKilledAgainAndAgain) {
     const test::Handle stop(CreateEventW(nullptr, TRUE, FALSE, stop_name.c_str()));
     const test::Handle writing(CreateEventW(nullptr, FALSE, FALSE, writing_name.c_str()));
     std::vector<std::unique_ptr<ChildProcess>> survivors;
-    for (int p = 0; p < kSurvivors; ++p) {
+    for (int p = 0; p < kSurvivors; ++p)
         survivors.push_back(StartWriter(folder, p * kThreads, kMostMessages, _T("all"), stop_name));
-    }
     for (DWORD kills = 0; kills < kKills; ++kills) {
         const ChildProcess victim({_T("WriteUntilKilled"), folder.Path(), writing_name});
         ASSERT_EQ(WaitForSingleObject(writing, kPatience), WAIT_OBJECT_0);
@@ -169,26 +160,23 @@ TEST(LogProcesses, StayWholeWhileOneIsKilledAgainAndAgain) {
         victim.Kill();
     }
     SetEvent(stop);
-    for (const auto& child : survivors) {
+    for (const auto& child : survivors)
         EXPECT_EQ(child->Wait(kPatience), 0U);
-    }
     OpenLog(folder.Path(), kKeepAll)->PrintCore(_T("<9999.0>\r\n"));  // ends what the last victim may have left
     const test::LogFolder log = test::ReadLogFolder(folder.Path());
     const std::set<std::string> seen(log.messages.begin(), log.messages.end());
     for (int writer = 0; writer < kSurvivors * kThreads; ++writer) {
         int count = 0;
-        while (seen.contains(Expected(writer, count))) {
+        while (seen.contains(Expected(writer, count)))
             ++count;
-        }
         const auto first = seen.lower_bound("<" + std::to_string(writer) + "."),
                    last = seen.lower_bound("<" + std::to_string(writer) + "/");
         EXPECT_EQ(std::distance(first, last), count) << "lost " << Expected(writer, count);
         EXPECT_TRUE(count > 0 && count % kBatch == 0) << "lost " << Expected(writer, count);
     }
     const std::string victims = "<" + std::to_string(kVictim) + ".";
-    for (const std::string& torn : log.broken) {
+    for (const std::string& torn : log.broken)
         EXPECT_TRUE(victims.starts_with(torn.substr(0, victims.size()))) << "a message of a survivor is torn: " << torn;
-    }
     EXPECT_LE(log.broken.size(), std::size_t{kKills});
     ExpectOrderedRing(log, (kSurvivors + 1) * kLargestMessage);
 }

@@ -34,9 +34,8 @@ void Collect(const std::vector<std::string>& lines, LogFolder& folder) {
     for (const std::string& line : lines) {
         const std::size_t start = line.find('<');
         if (start != line.npos) {
-            if (!open.empty()) {
+            if (!open.empty())
                 folder.broken.push_back(open);
-            }
             open = line.substr(start);
         } else if (!open.empty() && !line.empty()) {
             open += "|" + line.substr(line.find_first_not_of(' '));
@@ -46,9 +45,8 @@ void Collect(const std::vector<std::string>& lines, LogFolder& folder) {
             open.clear();
         }
     }
-    if (!open.empty()) {
+    if (!open.empty())
         folder.broken.push_back(open);
-    }
 }
 
 }  // namespace
@@ -65,9 +63,8 @@ LogFolder ReadLogFolder(const Text& path) {
     CStringArray names;
     CDirectory::ListFiles(path.c_str(), names, _T("TARVO*.log"), 0xFFFFFFFF);
     std::vector<Text> sorted;
-    for (INT_PTR i = 0; i < names.GetSize(); ++i) {
+    for (INT_PTR i = 0; i < names.GetSize(); ++i)
         sorted.emplace_back(names[i].GetString());
-    }
     std::sort(sorted.begin(), sorted.end());
     for (const Text& name : sorted) {
         const Text file = path + _T("\\") + name;

@@ -133,9 +133,8 @@ TEST(LogFile, ChoosesTheNextFileByNumberOfTheNewest) {
         SCOPED_TRACE(test::Narrow(row.expected));
         const TempFolder folder;
         int newness = 0;
-        for (const auto& [name, bytes] : row.present) {
+        for (const auto& [name, bytes] : row.present)
             PutFile(folder, name, bytes, ++newness);
-        }
         CLogFile(Options(folder, 0, 1000)).PrintCore(_T("here"));
         EXPECT_TRUE(folder.Read(row.expected).ends_with(Utf16("here\r\n")));
     }

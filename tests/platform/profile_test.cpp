@@ -47,7 +47,6 @@ TEST(Profile, ReadsValues) {
         {_T("ONE"), "3 v 1|"},     {_T("two"), "3 q v|"},  {_T("three"), "1 s|"}, {_T("nested"), "3 'x'|"},
         {_T("empty"), "0 |"},      {_T("bare"), "3 def|"}, {_T("a"), "3 def|"},   {_T("tail"), "7 a ; b=c|"},
         {_T("open"), "2 \"a|"},    {_T("late"), "3 def|"},  // in the second section of that name
-        {_T(";hidden"), "3 def|"},
     };
     for (const auto& [key, expected] : rows)
         EXPECT_EQ(Get(file, _T("first"), key), expected) << Narrow(key);
