@@ -1,4 +1,5 @@
-// Settings of a workstation: a number read again and again, and a new number written each time, beside a prepared SQLite statement and LMDB.
+// Settings of a workstation: a number read again and again, and a new number written each time, beside a prepared SQLite
+// statement and LMDB.
 
 #include <benchmark/benchmark.h>
 #include <kadata/registry.h>
@@ -12,7 +13,7 @@
 namespace {
 
 constexpr const char* kName = "Software\\Kalido Dental Systems\\Bench\\Settings\\Database";
-constexpr int kOthers = 300;  // settings that each store has beside the one
+constexpr int kOthers = 300;                // settings that each store has beside the one
 constexpr std::size_t kMapSize = 64 << 20;  // bytes of LMDB
 
 void Check(bool good) {

@@ -1,6 +1,6 @@
-// A small workstation host: imports the patients that practice systems hand over, keeps them, logs what was wrong, and shows the pictures
-// of one of them: of the one who is asked for, else the last one, else the first who has any. The patient and the data folder are
-// remembered for the next time.
+// A small workstation host: imports the patients that practice systems hand over, keeps them, logs what was wrong, and shows the
+// pictures of one of them: of the one who is asked for, else the last one, else the first who has any. The patient and the data
+// folder are remembered for the next time.
 //
 //     workstation [--all] [--check] [--patient NUMBER] [DATA_FOLDER [OUTPUT_FOLDER]]
 //

@@ -44,9 +44,9 @@ TEST(Profile, ReadsValues) {
     const TempFolder folder;
     const Text file = folder.Write(_T("sample.ini"), kSample);
     const std::pair<const TCHAR*, const char*> rows[] = {
-        {_T("ONE"), "3 v 1|"},     {_T("two"), "3 q v|"},  {_T("three"), "1 s|"}, {_T("nested"), "3 'x'|"},
-        {_T("empty"), "0 |"},      {_T("bare"), "3 def|"}, {_T("a"), "3 def|"},   {_T("tail"), "7 a ; b=c|"},
-        {_T("open"), "2 \"a|"},    {_T("late"), "3 def|"},  // in the second section of that name
+        {_T("ONE"), "3 v 1|"},  {_T("two"), "3 q v|"},  {_T("three"), "1 s|"}, {_T("nested"), "3 'x'|"},
+        {_T("empty"), "0 |"},   {_T("bare"), "3 def|"}, {_T("a"), "3 def|"},   {_T("tail"), "7 a ; b=c|"},
+        {_T("open"), "2 \"a|"}, {_T("late"), "3 def|"},  // in the second section of that name
     };
     for (const auto& [key, expected] : rows)
         EXPECT_EQ(Get(file, _T("first"), key), expected) << Narrow(key);
