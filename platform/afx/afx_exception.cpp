@@ -9,6 +9,7 @@ IMPLEMENT_DYNAMIC(CMemoryException, CSimpleException)
 IMPLEMENT_DYNAMIC(CResourceException, CSimpleException)
 IMPLEMENT_DYNAMIC(CInvalidArgException, CSimpleException)
 IMPLEMENT_DYNAMIC(CNotSupportedException, CSimpleException)
+IMPLEMENT_DYNAMIC(CUserException, CSimpleException)
 IMPLEMENT_DYNAMIC(CFileException, CException)
 IMPLEMENT_DYNAMIC(CArchiveException, CException)
 
@@ -177,6 +178,10 @@ void AfxThrowInvalidArgException() {
 
 void AfxThrowNotSupportedException() {
     ThrowShared<CNotSupportedException>();
+}
+
+void AfxThrowUserException() {
+    ThrowShared<CUserException>();
 }
 
 void AfxThrowFileException(int cause, LONG osError, LPCTSTR fileName) {

@@ -64,6 +64,14 @@ public:
     CNotSupportedException() : CSimpleException(_T("Not supported.")) {}
 };
 
+// Ends what the user has begun, after he was told why: nobody tells him again.
+class KADATA_API CUserException : public CSimpleException {
+    DECLARE_DYNAMIC(CUserException)
+
+public:
+    CUserException() : CSimpleException(_T("Cancelled.")) {}
+};
+
 class KADATA_API CFileException : public CException {
     DECLARE_DYNAMIC(CFileException)
 
@@ -128,5 +136,6 @@ public:
 [[noreturn]] KADATA_API void AfxThrowMemoryException();
 [[noreturn]] KADATA_API void AfxThrowResourceException();
 [[noreturn]] KADATA_API void AfxThrowNotSupportedException();
+[[noreturn]] KADATA_API void AfxThrowUserException();
 [[noreturn]] KADATA_API void AfxThrowFileException(int cause, LONG osError = -1, LPCTSTR fileName = nullptr);
 [[noreturn]] KADATA_API void AfxThrowArchiveException(int cause, LPCTSTR archiveName = nullptr);

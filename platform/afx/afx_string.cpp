@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "afx_resource.h"
+
 namespace {
 
 using TextView = std::basic_string_view<TCHAR>;
@@ -322,7 +324,8 @@ CString CString::FromResource(UINT id) {
 }
 
 BOOL CString::LoadString(UINT id) {
-    return LoadString(HINSTANCE(), id);
+    const HINSTANCE module = AfxFindStringResourceHandle(id);
+    return module != nullptr && LoadString(module, id);
 }
 
 BOOL CString::LoadString(HINSTANCE module, UINT id) {

@@ -150,8 +150,8 @@ public:
     void FormatList(LPCTSTR format, const afx::FormatArg* args, std::size_t count);
     void AppendFormatList(LPCTSTR format, const afx::FormatArg* args, std::size_t count);
 
-    // The string of that number in a module's resources, without a module in the program's own. FALSE, and the text
-    // unchanged, when there is none or it is empty.
+    // The string of that number in a module's resources, without a module where AfxFindStringResourceHandle finds it. FALSE, and
+    // the text unchanged, when there is none or it is empty.
     BOOL LoadString(UINT id);
     BOOL LoadString(HINSTANCE module, UINT id);
     // The same where the string is needed: a number without one is invalid.
