@@ -1,0 +1,12 @@
+#pragma once
+
+// The demo with windows.
+
+#include "import.h"
+
+// Shows the main window until it is closed. The program's result.
+int RunMainWindow(const std::vector<SImported>& patients, const CString& data);
+
+// Writes pictures of the main window and of the skin, in both languages and both sizes, as PNG into `folder`, which is made. The
+// program's result: 0 when all of them could be written.
+int WritePictures(const std::vector<SImported>& patients, const CString& data, const CString& folder);
