@@ -31,9 +31,11 @@ demo: setup
 	@scripts/demo $(BUILD)
 
 test: build
+	@scripts/setup test
 	@scripts/run-tests $(BUILD)
 
 test-sanitize: setup
+	@scripts/setup test
 	@scripts/test-sanitize
 
 test-windows:

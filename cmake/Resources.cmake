@@ -3,9 +3,11 @@
 find_program(KADATA_WINDRES x86_64-w64-mingw32-windres REQUIRED)
 find_program(KADATA_MODULE_LINKER x86_64-w64-mingw32-ld REQUIRED)
 
-# kadata_resources(target script.rc): in the program, or beside it.
+# kadata_resources(target script.rc [file...]): in the program, or beside it. Names in the script are relative to the script; the files
+# are those that it reads.
 function(kadata_resources target script)
     set(source ${CMAKE_CURRENT_SOURCE_DIR}/${script})
+    cmake_path(GET source PARENT_PATH folder)
     if(WIN32)
         set(compiled ${CMAKE_CURRENT_BINARY_DIR}/${target}.resources.o)
         set(format coff)
@@ -16,8 +18,8 @@ function(kadata_resources target script)
     endif()
     add_custom_command(
         OUTPUT ${compiled}
-        COMMAND ${KADATA_WINDRES} -c 65001 -O ${format} -i ${source} -o ${compiled}
-        DEPENDS ${source}
+        COMMAND ${KADATA_WINDRES} -c 65001 -I ${folder} -O ${format} -i ${source} -o ${compiled}
+        DEPENDS ${source} ${ARGN}
         VERBATIM)
     add_custom_target(${target}_resources ALL DEPENDS ${compiled})
     add_dependencies(${target} ${target}_resources)

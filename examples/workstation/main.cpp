@@ -3,9 +3,13 @@
 // folder are remembered for the next time.
 //
 //     workstation [--all] [--check] [--patient NUMBER] [DATA_FOLDER [OUTPUT_FOLDER]]
+//     workstation --window [DATA_FOLDER]
+//     workstation --pictures FOLDER [DATA_FOLDER]
 //
 // --all     lists every patient, not only those with remarks
 // --check   writes nothing: compares the files that an earlier run, or another system's, left in the output folder
+// --window  shows the patients in a skinned window; a screen of double density gets the double skin
+// --pictures writes PNG files of that window and of the skin, in both languages and sizes, without a screen
 
 #include <kadata/directory.h>
 #include <kadata/log.h>
@@ -16,6 +20,7 @@
 #include <exception>
 
 #include "console.h"
+#include "desktop.h"
 #include "pictures.h"
 #include "store.h"
 
@@ -24,9 +29,11 @@ namespace {
 struct SArguments {
     CString data;  // empty: the remembered one
     CString output = _T("build\\demo");
-    CString patient;  // the practice's number; empty: whoever is found
+    CString patient;   // the practice's number; empty: whoever is found
+    CString pictures;  // the folder to write pictures to; empty: none are wanted
     bool all = false;
     bool check = false;
+    bool window = false;
 };
 
 // Not those of main(): they cannot hold every character on every system.
@@ -41,8 +48,12 @@ SArguments ReadArguments() {
             arguments.all = true;
         } else if (text == _T("--check")) {
             arguments.check = true;
+        } else if (text == _T("--window")) {
+            arguments.window = true;
         } else if (text == _T("--patient") && i + 1 < count) {
             arguments.patient = texts[++i];
+        } else if (text == _T("--pictures") && i + 1 < count) {
+            arguments.pictures = texts[++i];
         } else {
             (place++ == 0 ? arguments.data : arguments.output) = text;
         }
@@ -99,6 +110,12 @@ int Run(const SArguments& arguments) {
     if (import.patients.empty()) {
         PrintError(_T("no patient could be read from \"") + data + _T("\""));
         return 1;
+    }
+    if (!arguments.pictures.IsEmpty()) {
+        return WritePictures(import.patients, data, arguments.pictures);
+    }
+    if (arguments.window) {
+        return RunMainWindow(import.patients, data);
     }
     const CString archivePath = CDirectory::Concat(arguments.output, _T("patients.kda"));
     const CString recordsPath = CDirectory::Concat(arguments.output, _T("patients.tpat"));

@@ -24,7 +24,7 @@ TEST_F(LinuxHives, FollowTheScreenThatTheEnvironmentNames) {
         const test::InEnvironment screen(_T("KADATA_SCREEN"), nonsense);
         EXPECT_EQ(Narrow(settings_.GetScreenResolutionString()), "1920x1080");
     }
-    EXPECT_EQ(GetSystemMetrics(2), 0);
+    EXPECT_EQ(GetSystemMetrics(-1), 0);
 }
 
 TEST_F(LinuxHives, KnowTheBrowsersVersion) {

@@ -1,4 +1,6 @@
 #include <gtest/gtest.h>
+#include <tchar.h>
+#include <windows.h>
 
 #include "child_process.h"
 #include "time_zone.h"
@@ -6,6 +8,7 @@
 // The program is its own child (child_process.h).
 int main(int argc, char** argv) {
     test::UseSystemZone();
+    SetEnvironmentVariableW(_T("KADATA_SCREEN"), _T("1920x1080"));  // windows are drawn off screen, whatever display there is
     if (const std::optional<int> result = test::RunChild()) {
         return *result;
     }

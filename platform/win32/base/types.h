@@ -32,6 +32,10 @@ using UINT_PTR = ULONGLONG;
 using LONG_PTR = LONGLONG;
 using ULONG_PTR = ULONGLONG;
 using DWORD_PTR = ULONG_PTR;
+using WPARAM = UINT_PTR;
+using LPARAM = LONG_PTR;
+using LRESULT = LONG_PTR;
+using FLOAT = float;
 using SIZE_T = ULONG_PTR;
 using ATOM = WORD;
 using COLORREF = DWORD;
@@ -71,6 +75,34 @@ struct HRSRC__;
 using HINSTANCE = HINSTANCE__*;
 using HMODULE = HINSTANCE;
 using HRSRC = HRSRC__*;
+
+// Windows, what they show, and what is drawn with. HGDIOBJ stands for any of the drawing objects.
+struct HWND__;
+struct HMENU__;
+struct HICON__;
+struct HACCEL__;
+struct HMONITOR__;
+struct HDC__;
+struct HBITMAP__;
+struct HBRUSH__;
+struct HPEN__;
+struct HFONT__;
+struct HRGN__;
+struct HPALETTE__;
+using HWND = HWND__*;
+using HMENU = HMENU__*;
+using HICON = HICON__*;
+using HCURSOR = HICON;
+using HACCEL = HACCEL__*;
+using HMONITOR = HMONITOR__*;
+using HDC = HDC__*;
+using HBITMAP = HBITMAP__*;
+using HBRUSH = HBRUSH__*;
+using HPEN = HPEN__*;
+using HFONT = HFONT__*;
+using HRGN = HRGN__*;
+using HPALETTE = HPALETTE__*;
+using HGDIOBJ = void*;
 
 union LARGE_INTEGER {
     struct {
@@ -120,6 +152,18 @@ struct RECT {
 using LPRECT = RECT*;
 using LPCRECT = const RECT*;
 
+struct POINT {
+    LONG x;
+    LONG y;
+};
+using LPPOINT = POINT*;
+
+struct SIZE {
+    LONG cx;
+    LONG cy;
+};
+using LPSIZE = SIZE*;
+
 struct SECURITY_ATTRIBUTES {
     DWORD nLength;
     LPVOID lpSecurityDescriptor;
@@ -160,8 +204,8 @@ constexpr LONG MAKELONG(ULONG_PTR low, ULONG_PTR high) {
 }
 
 // A resource is named by text or, as a pointer below 65,536, by number.
-inline LPWSTR MAKEINTRESOURCEW(WORD id) {
-    return reinterpret_cast<LPWSTR>(static_cast<ULONG_PTR>(id));
+inline LPWSTR MAKEINTRESOURCEW(ULONG_PTR id) {
+    return reinterpret_cast<LPWSTR>(id & 0xFFFF);
 }
 inline bool IS_INTRESOURCE(LPCWSTR name) {
     return (reinterpret_cast<ULONG_PTR>(name) >> 16) == 0;

@@ -258,6 +258,26 @@ HMODULE CountLoaded(std::u16string_view name) {
     return HandleOf(found->module.get());
 }
 
+std::optional<Bytes> FindResourceBytes(const std::byte* begin) {
+    const auto find_in = [begin](const Module& module) -> std::optional<Bytes> {
+        const ResourceFile* const file = module.Resources();
+        const std::span<const ResourceEntry> entries = file != nullptr ? file->Entries() : std::span<const ResourceEntry>();
+        const auto found = std::find_if(entries.begin(), entries.end(),
+                                        [begin](const ResourceEntry& entry) { return entry.data.data() == begin; });
+        return found != entries.end() ? std::optional(found->data) : std::nullopt;
+    };
+    if (const auto found = find_in(*Executable())) {
+        return found;
+    }
+    const std::lock_guard lock(modules_lock);
+    for (const Loaded& loaded : Modules()) {
+        if (const auto found = find_in(*loaded.module)) {
+            return found;
+        }
+    }
+    return std::nullopt;
+}
+
 const std::string& ExecutablePath() {
     static const auto& path = *new std::string(ReadExecutablePath());
     return path;

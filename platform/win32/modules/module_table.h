@@ -70,6 +70,9 @@ HMODULE FindLoadedFile(const std::string& native_path);
 // FindLoaded with one more count.
 HMODULE CountLoaded(std::u16string_view name);
 
+// The resource of a loaded module whose bytes begin at that address; nothing for any other.
+std::optional<Bytes> FindResourceBytes(const std::byte* begin);
+
 // The native path of the running program.
 const std::string& ExecutablePath();
 

@@ -1,5 +1,6 @@
 #include "served_modules.h"
 
+#include "../gdi/served_blends.h"
 #include "../registry/served_registry.h"
 #include "../text/case_fold.h"
 
@@ -9,6 +10,7 @@ namespace {
 constexpr ServedModule kServed[] = {
     {u"Advapi32.dll", ServedRegistryFunctions},
     {u"KtmW32.dll", ServedTransactionFunctions},
+    {u"msimg32.dll", ServedBlendFunctions},
 };
 
 }  // namespace

@@ -14,6 +14,11 @@ struct ServedFunction {
     FARPROC function;
 };
 
+template <class Function>
+FARPROC AddressOf(Function* function) {
+    return reinterpret_cast<FARPROC>(reinterpret_cast<void*>(function));
+}
+
 // One module, for example "Advapi32.dll", and what GetProcAddress finds in it.
 struct ServedModule {
     std::u16string_view name;

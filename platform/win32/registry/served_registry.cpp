@@ -4,42 +4,33 @@
 #include "registry.h"
 
 namespace kawin {
-namespace {
-
-template <class Function>
-FARPROC Address(Function* function) {
-    return reinterpret_cast<FARPROC>(reinterpret_cast<void*>(function));
-}
-
-}  // namespace
-
 std::span<const ServedFunction> ServedRegistryFunctions() {
     static const ServedFunction functions[] = {
-        {"RegCloseKey", Address(RegCloseKey)},
-        {"RegCreateKeyExW", Address(RegCreateKeyExW)},
-        {"RegCreateKeyTransactedW", Address(RegCreateKeyTransactedW)},
-        {"RegDeleteKeyExW", Address(RegDeleteKeyExW)},
-        {"RegDeleteKeyTransactedW", Address(RegDeleteKeyTransactedW)},
-        {"RegDeleteKeyW", Address(RegDeleteKeyW)},
-        {"RegDeleteTreeW", Address(RegDeleteTreeW)},
-        {"RegDeleteValueW", Address(RegDeleteValueW)},
-        {"RegEnumKeyExW", Address(RegEnumKeyExW)},
-        {"RegEnumValueW", Address(RegEnumValueW)},
-        {"RegGetValueW", Address(RegGetValueW)},
-        {"RegOpenKeyExW", Address(RegOpenKeyExW)},
-        {"RegOpenKeyTransactedW", Address(RegOpenKeyTransactedW)},
-        {"RegQueryInfoKeyW", Address(RegQueryInfoKeyW)},
-        {"RegQueryValueExW", Address(RegQueryValueExW)},
-        {"RegSetValueExW", Address(RegSetValueExW)},
+        {"RegCloseKey", AddressOf(RegCloseKey)},
+        {"RegCreateKeyExW", AddressOf(RegCreateKeyExW)},
+        {"RegCreateKeyTransactedW", AddressOf(RegCreateKeyTransactedW)},
+        {"RegDeleteKeyExW", AddressOf(RegDeleteKeyExW)},
+        {"RegDeleteKeyTransactedW", AddressOf(RegDeleteKeyTransactedW)},
+        {"RegDeleteKeyW", AddressOf(RegDeleteKeyW)},
+        {"RegDeleteTreeW", AddressOf(RegDeleteTreeW)},
+        {"RegDeleteValueW", AddressOf(RegDeleteValueW)},
+        {"RegEnumKeyExW", AddressOf(RegEnumKeyExW)},
+        {"RegEnumValueW", AddressOf(RegEnumValueW)},
+        {"RegGetValueW", AddressOf(RegGetValueW)},
+        {"RegOpenKeyExW", AddressOf(RegOpenKeyExW)},
+        {"RegOpenKeyTransactedW", AddressOf(RegOpenKeyTransactedW)},
+        {"RegQueryInfoKeyW", AddressOf(RegQueryInfoKeyW)},
+        {"RegQueryValueExW", AddressOf(RegQueryValueExW)},
+        {"RegSetValueExW", AddressOf(RegSetValueExW)},
     };
     return functions;
 }
 
 std::span<const ServedFunction> ServedTransactionFunctions() {
     static const ServedFunction functions[] = {
-        {"CommitTransaction", Address(CommitTransaction)},
-        {"CreateTransaction", Address(CreateTransaction)},
-        {"RollbackTransaction", Address(RollbackTransaction)},
+        {"CommitTransaction", AddressOf(CommitTransaction)},
+        {"CreateTransaction", AddressOf(CreateTransaction)},
+        {"RollbackTransaction", AddressOf(RollbackTransaction)},
     };
     return functions;
 }
