@@ -1,15 +1,13 @@
 // The button: its kinds, mouse and keyboard, what it tells, and how it looks.
 
-#include <algorithm>
-
+#include "control_picture.h"
 #include "dialog_template.h"
-#include "memory_picture.h"
 #include "support/wine.h"
 
 namespace {
 
+using desktop_test::ControlPicture;
 using desktop_test::kStop;
-using desktop_test::Picture;
 
 constexpr LPARAM kInside = 5 | (5 << 16);
 constexpr LPARAM kOutside = 5 | (500 << 16);
@@ -26,6 +24,7 @@ protected:
     }
     LRESULT Send(UINT message, WPARAM wparam = 0, LPARAM lparam = 0) { return SendMessageW(button, message, wparam, lparam); }
     LRESULT State() { return Send(BM_GETSTATE) & (BST_CHECKED | BST_PUSHED | BST_FOCUS); }
+    bool IsPushed() { return (Send(BM_GETSTATE) & BST_PUSHED) != 0; }
     void Click() {
         Send(WM_LBUTTONDOWN, MK_LBUTTON, kInside);
         Send(WM_LBUTTONUP, 0, kInside);
@@ -79,30 +78,27 @@ TEST_F(Button, KindsAnswerAndChangeAsDocumented) {
 
 TEST_F(Button, FollowsTheMouseWhileItIsPressed) {
     Make(BS_PUSHBUTTON);
-    Send(WM_LBUTTONDOWN, MK_LBUTTON, kInside);
-    EXPECT_EQ(GetFocus(), button);
-    EXPECT_EQ(GetCapture(), button);
-    EXPECT_EQ(State(), static_cast<LRESULT>(BST_PUSHED | BST_FOCUS));
-    Send(WM_MOUSEMOVE, MK_LBUTTON, kOutside);
-    EXPECT_EQ(State(), static_cast<LRESULT>(BST_FOCUS));
-    Send(WM_MOUSEMOVE, MK_LBUTTON, kInside);
-    EXPECT_EQ(State(), static_cast<LRESULT>(BST_PUSHED | BST_FOCUS));
-    Send(WM_LBUTTONUP, 0, kInside);
-    EXPECT_EQ(TakeCommands(), "7:0 ");
-
-    Send(WM_LBUTTONDOWN, MK_LBUTTON, kInside);
-    Send(WM_MOUSEMOVE, MK_LBUTTON, kOutside);
-    Send(WM_LBUTTONUP, 0, kOutside);
-    EXPECT_EQ(TakeCommands(), "");
-    EXPECT_FALSE(GetCapture());
-
-    Send(WM_LBUTTONDOWN, MK_LBUTTON, kInside);
-    ReleaseCapture();
-    EXPECT_EQ(State(), static_cast<LRESULT>(BST_FOCUS));
-    Send(WM_LBUTTONUP, 0, kInside);
-    EXPECT_EQ(TakeCommands(), "");
-    Send(WM_LBUTTONUP, 0, kInside);  // never pressed
-    EXPECT_EQ(TakeCommands(), "");
+    const struct {
+        UINT message;
+        LPARAM place;
+        bool pushed;
+        bool captured;
+        const char* commands;
+    } rows[] = {
+        {WM_LBUTTONDOWN, kInside, true, true, ""}, {WM_MOUSEMOVE, kOutside, false, true, ""},
+        {WM_MOUSEMOVE, kInside, true, true, ""},   {WM_LBUTTONUP, kInside, false, false, "7:0 "},
+        {WM_LBUTTONUP, kInside, false, false, ""}, {WM_LBUTTONDOWN, kInside, true, true, ""},
+        {WM_MOUSEMOVE, kOutside, false, true, ""}, {WM_LBUTTONUP, kOutside, false, false, ""},
+        {WM_LBUTTONDOWN, kInside, true, true, ""}, {WM_CANCELMODE, 0, false, false, ""},
+        {WM_LBUTTONUP, kInside, false, false, ""},
+    };
+    for (const auto& row : rows) {
+        Send(row.message, row.message == WM_MOUSEMOVE ? MK_LBUTTON : 0, row.place);
+        EXPECT_EQ(IsPushed(), row.pushed) << &row - rows;
+        EXPECT_EQ(GetCapture() == button, row.captured) << &row - rows;
+        EXPECT_EQ(TakeCommands(), row.commands) << &row - rows;
+        EXPECT_EQ(GetFocus(), button);
+    }
 }
 
 TEST_F(Button, SpaceAndMessagesPressIt) {
@@ -125,7 +121,7 @@ TEST_F(Button, SpaceAndMessagesPressIt) {
     EXPECT_EQ(TakeCommands(), "7:0 ");
     EXPECT_EQ(Send(BM_GETCHECK), 0);
     Send(BM_SETSTATE, TRUE);
-    EXPECT_NE(Send(BM_GETSTATE) & BST_PUSHED, 0);
+    EXPECT_TRUE(IsPushed());
     Send(BM_SETSTATE, FALSE);
     EXPECT_EQ(TakeCommands(), "");
     EXPECT_FALSE(GetCapture());
@@ -198,7 +194,6 @@ TEST_F(Button, StylesAndImages) {
 TEST_F(Button, TheParentDrawsAnOwnerDrawnOne) {
     Make(BS_OWNERDRAW);
     std::string seen;
-    Picture picture(80, 40);
     on_message = [&](HWND, UINT message, WPARAM wparam, LPARAM lparam) -> INT_PTR {
         if (message == WM_DRAWITEM) {
             const auto& item = *reinterpret_cast<const DRAWITEMSTRUCT*>(lparam);
@@ -207,22 +202,21 @@ TEST_F(Button, TheParentDrawsAnOwnerDrawnOne) {
             EXPECT_EQ(item.CtlID, 7u);
             EXPECT_EQ(item.CtlType, static_cast<UINT>(ODT_BUTTON));
             EXPECT_EQ(item.hwndItem, button);
-            EXPECT_EQ(item.hDC, picture.Context());
+            EXPECT_EQ(GetObjectType(item.hDC), static_cast<DWORD>(OBJ_MEMDC));
             RECT client = {};
             GetClientRect(button, &client);
             EXPECT_TRUE(EqualRect(&item.rcItem, &client));
         }
         return message == WM_DRAWITEM;
     };
-    picture.Print(button);
-    EXPECT_EQ(seen, "1/0 ");
+    const ControlPicture plain(button);
     EnableWindow(button, FALSE);
-    picture.Print(button);
+    const ControlPicture disabled(button);
     EnableWindow(button, TRUE);
     Send(BM_SETSTATE, TRUE);
-    picture.Print(button);
+    const ControlPicture pressed(button);
     SetFocus(button);
-    picture.Print(button);
+    const ControlPicture focused(button);
     EXPECT_EQ(seen, "1/0 1/4 1/1 1/17 ");
 }
 
@@ -240,43 +234,27 @@ TEST_F(Button, Looks) {
         DWORD style;
         bool parents_background;
     } rows[] = {{BS_PUSHBUTTON, false}, {BS_AUTOCHECKBOX, true}, {BS_AUTORADIOBUTTON, true}};
-    Picture picture(120, 60);
     for (const auto& row : rows) {
         SCOPED_TRACE(row.style);
         Make(row.style, _T("MMM"));
-        RECT client = {};
-        GetClientRect(button, &client);
-        picture.Clear(RGB(255, 0, 255));
-        picture.Print(button);
-        EXPECT_EQ(picture.Count(RGB(255, 0, 255), client), 0);
-        EXPECT_EQ(picture.At(client.right - 2, client.bottom / 2) == RGB(200, 220, 240), row.parents_background);
+        const ControlPicture whole(button);
+        EXPECT_EQ(whole.Count(desktop_test::kUntouched), 0);
+        EXPECT_EQ(whole.At(whole.Client().right - 2, whole.Client().bottom / 2) == RGB(200, 220, 240), row.parents_background);
 
         // Each of these shows.
-        const auto pixels = [&] {
-            picture.Print(button);
-            std::vector<COLORREF> all;
-            for (int y = 0; y < client.bottom; ++y) {
-                for (int x = 0; x < client.right; ++x) {
-                    all.push_back(picture.At(x, y));
-                }
-            }
-            return all;
-        };
-        const auto plain = pixels();
+        const auto plain = whole.Colors();
         Send(BM_SETSTATE, TRUE);
-        EXPECT_NE(pixels(), plain);
+        EXPECT_NE(ControlPicture(button).Colors(), plain);
         Send(BM_SETSTATE, FALSE);
-        EXPECT_EQ(pixels(), plain);
+        EXPECT_EQ(ControlPicture(button).Colors(), plain);
         EnableWindow(button, FALSE);
-        EXPECT_NE(pixels(), plain);
+        EXPECT_NE(ControlPicture(button).Colors(), plain);
         EnableWindow(button, TRUE);
+        Send(BM_SETCHECK, BST_CHECKED);
+        EXPECT_EQ(ControlPicture(button).Colors() == plain, row.style == BS_PUSHBUTTON);
+        Send(BM_SETCHECK, BST_UNCHECKED);
         SetWindowTextW(button, _T("WWW"));
-        EXPECT_NE(pixels(), plain);
-        if (row.style != BS_PUSHBUTTON) {
-            SetWindowTextW(button, _T("MMM"));
-            Send(BM_SETCHECK, BST_CHECKED);
-            EXPECT_NE(pixels(), plain);
-        }
+        EXPECT_NE(ControlPicture(button).Colors(), plain);
     }
     DeleteObject(brush);
 }

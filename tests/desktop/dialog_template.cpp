@@ -164,7 +164,9 @@ INT_PTR CALLBACK DialogTest::Procedure(HWND window, UINT message, WPARAM wparam,
     if (the_test == nullptr) {
         return FALSE;
     }
-    the_test->dialog = window;
+    if (message == WM_SETFONT || message == WM_INITDIALOG) {
+        the_test->dialog = window;
+    }
     if (message == WM_COMMAND) {
         the_test->commands_ += std::to_string(LOWORD(wparam)) + ":" + std::to_string(HIWORD(wparam)) + " ";
     }

@@ -60,7 +60,7 @@ protected:
     // "id:code" of each WM_COMMAND since the last call.
     std::string TakeCommands();
 
-    HWND dialog = nullptr;  // the last that got a message
+    HWND dialog = nullptr;  // the last that began
     std::function<INT_PTR(HWND, UINT, WPARAM, LPARAM)> on_message;
 
 private:

@@ -6,6 +6,7 @@
 #include "dialog_template.h"
 #include "support/temp_folder.h"
 #include "win32/desktop/dialog_template.h"
+#include "win32/gdi/gdi_objects.h"
 
 namespace {
 
@@ -77,6 +78,20 @@ std::string Compiled(const std::string& dialog) {
 }
 
 class LinuxDialogResource : public desktop_test::DialogTest {};
+
+TEST_F(LinuxDialogResource, LeaveNoFontsAndImagesBehind) {
+    DialogSpec spec = Spec(true);
+    spec.style |= DS_NOFAILCREATE;
+    std::size_t before = 0;
+    for (int round = 0; round < 3; ++round) {  // the first makes what stays for ever
+        DestroyWindow(Create(spec));
+        spec.style ^= DS_NOFAILCREATE;
+        EXPECT_EQ(Create(spec) != nullptr, round == 1);
+        DestroyWindow(dialog);
+        EXPECT_TRUE(round == 0 || kawin::CountGdiObjects() == before) << round;
+        before = kawin::CountGdiObjects();
+    }
+}
 
 TEST_F(LinuxDialogResource, OfAResourceEndWithIt) {
     const test::TempFolder folder;

@@ -1,16 +1,14 @@
 // The static control: text, images, rectangles, and clicks.
 
-#include <algorithm>
-
+#include "control_picture.h"
 #include "dialog_template.h"
-#include "memory_picture.h"
 #include "support/wine.h"
 
 namespace {
 
+using desktop_test::ControlPicture;
 using desktop_test::kControl;
 using desktop_test::kStatic;
-using desktop_test::Picture;
 
 constexpr COLORREF kBack = RGB(200, 220, 240);
 
@@ -32,15 +30,7 @@ protected:
         return Item(7);
     }
     // Where a text's ink is.
-    RECT InkOf(DWORD style, LPCTSTR text) {
-        const HWND control = Make(style, text);
-        RECT client = {};
-        GetClientRect(control, &client);
-        Picture picture(client.right, client.bottom);
-        picture.Clear(kBack);
-        picture.Print(control);
-        return picture.Ink(kBack);
-    }
+    RECT InkOf(DWORD style, LPCTSTR text) { return ControlPicture(Make(style, text), kBack).Ink(kBack); }
 
     HBRUSH brush_ = CreateSolidBrush(kBack);
 };
@@ -83,22 +73,13 @@ TEST_F(Static, RectanglesAndFrames) {
         {SS_GRAYFRAME, COLOR_3DSHADOW, false},   {SS_WHITEFRAME, COLOR_3DHIGHLIGHT, false},
     };
     for (const auto& row : rows) {
-        const HWND control = Make(row.style);
-        RECT client = {};
-        GetClientRect(control, &client);
-        Picture picture(client.right, client.bottom);
-        picture.Print(control);
-        const int all = client.right * client.bottom;
-        const int frame = 2 * (client.right + client.bottom) - 4;
-        EXPECT_EQ(picture.Count(GetSysColor(row.color), client), row.filled ? all : frame) << row.style;
+        const ControlPicture picture(Make(row.style));
+        const RECT client = picture.Client();
+        const LONG frame = 2 * (client.right + client.bottom) - 4;
+        EXPECT_EQ(picture.Count(GetSysColor(row.color)), row.filled ? client.right * client.bottom : frame) << row.style;
     }
     for (const DWORD style : {SS_ETCHEDHORZ, SS_ETCHEDVERT, SS_ETCHEDFRAME}) {
-        const HWND control = Make(style);
-        RECT client = {};
-        GetClientRect(control, &client);
-        Picture picture(100, 100);
-        picture.Print(control);
-        const bool drawn = picture.Count(GetSysColor(COLOR_3DSHADOW), client) > 0;
+        const bool drawn = ControlPicture(Make(style)).Count(GetSysColor(COLOR_3DSHADOW)) > 0;
         EXPECT_EQ(drawn, test::UnlessWine(true, style == SS_ETCHEDFRAME)) << style;  // its lines are edges of the frame
     }
 }
@@ -130,26 +111,18 @@ TEST_F(Static, Images) {
     EXPECT_EQ(SendMessageW(control, STM_SETICON, reinterpret_cast<WPARAM>(icon), 0), 0);
     EXPECT_EQ(reinterpret_cast<HICON>(SendMessageW(control, STM_GETICON, 0, 0)), icon);
     EXPECT_EQ(reinterpret_cast<HICON>(SendMessageW(control, STM_GETIMAGE, IMAGE_ICON, 0)), icon);
-    RECT client = {};
-    GetClientRect(control, &client);
-    EXPECT_EQ(client.right, GetSystemMetrics(SM_CXICON));
-    EXPECT_EQ(client.bottom, GetSystemMetrics(SM_CYICON));
-    Picture picture(100, 100);
-    picture.Print(control);
-    EXPECT_LT(picture.Count(kBack, client), client.right * client.bottom);
-    EXPECT_GT(picture.Count(kBack, client), 0);
+    const ControlPicture picture(control);
+    EXPECT_EQ(picture.Client().right, GetSystemMetrics(SM_CXICON));
+    EXPECT_EQ(picture.Client().bottom, GetSystemMetrics(SM_CYICON));
+    EXPECT_LT(picture.Count(kBack), picture.Client().right * picture.Client().bottom);
+    EXPECT_GT(picture.Count(kBack), 0);
 
-    const HDC screen = GetDC(nullptr);
-    const HBITMAP bitmap = CreateCompatibleBitmap(screen, 20, 10);
-    ReleaseDC(nullptr, screen);
+    const desktop_test::Picture image(20, 10, RGB(9, 8, 7));
+    SetPixel(image.Context(), 0, 0, RGB(99, 88, 77));
+    const HBITMAP bitmap = CreateCompatibleBitmap(image.Context(), 20, 10);
     const HDC context = CreateCompatibleDC(nullptr);
-    const HGDIOBJ selected = SelectObject(context, bitmap);
-    const HBRUSH brush = CreateSolidBrush(RGB(9, 8, 7));
-    const RECT all = {0, 0, 20, 10};
-    FillRect(context, &all, brush);
-    SetPixel(context, 0, 0, RGB(99, 88, 77));
-    SelectObject(context, selected);
-    DeleteObject(brush);
+    SelectObject(context, bitmap);
+    BitBlt(context, 0, 0, 20, 10, image.Context(), 0, 0, SRCCOPY);
     DeleteDC(context);
     for (const bool centered : {false, true}) {
         control = Make(SS_BITMAP | (centered ? SS_CENTERIMAGE : 0), _T(""));
@@ -158,14 +131,13 @@ TEST_F(Static, Images) {
         EXPECT_EQ(SendMessageW(control, STM_SETIMAGE, IMAGE_BITMAP, reinterpret_cast<LPARAM>(bitmap)), 0);
         EXPECT_EQ(reinterpret_cast<HBITMAP>(SendMessageW(control, STM_GETIMAGE, IMAGE_BITMAP, 0)), bitmap);
         EXPECT_EQ(SendMessageW(control, STM_GETIMAGE, IMAGE_ICON, 0), 0);
-        GetClientRect(control, &client);
+        const ControlPicture seen(control);
+        const RECT client = seen.Client();
         EXPECT_EQ(client.right, centered ? before.right : 20);
         EXPECT_EQ(client.bottom, centered ? before.bottom : 10);
-        Picture seen(client.right, client.bottom);
-        seen.Print(control);
         const RECT place = {(client.right - 20) / 2, (client.bottom - 10) / 2, (client.right + 20) / 2, (client.bottom + 10) / 2};
         EXPECT_EQ(seen.Count(RGB(9, 8, 7), place), 199);
-        EXPECT_EQ(seen.Count(RGB(99, 88, 77), client), client.right * client.bottom - 199);  // as the corner
+        EXPECT_EQ(seen.Count(RGB(99, 88, 77)), client.right * client.bottom - 199);  // as the corner
         DestroyWindow(dialog);
         EXPECT_EQ(GetObjectType(bitmap), static_cast<DWORD>(OBJ_BITMAP));
     }
@@ -174,7 +146,6 @@ TEST_F(Static, Images) {
 
 TEST_F(Static, TheParentDrawsAnOwnerDrawnOne) {
     const HWND control = Make(SS_OWNERDRAW);
-    Picture picture(80, 80);
     int drawn = 0;
     on_message = [&](HWND, UINT message, WPARAM wparam, LPARAM lparam) -> INT_PTR {
         if (message != WM_DRAWITEM) {
@@ -188,9 +159,9 @@ TEST_F(Static, TheParentDrawsAnOwnerDrawnOne) {
         EXPECT_EQ(item.itemState, IsWindowEnabled(control) ? 0u : ODS_DISABLED);
         return ++drawn;
     };
-    picture.Print(control);
+    const ControlPicture enabled(control);
     EnableWindow(control, FALSE);
-    picture.Print(control);
+    const ControlPicture disabled(control);
     EXPECT_EQ(drawn, 2);
 }
 

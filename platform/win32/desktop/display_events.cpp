@@ -48,20 +48,50 @@ SdlDisplay::Shown* SdlDisplay::Find(Uint32 id, HWND* window) noexcept {
     return nullptr;
 }
 
-// SDL tells the place in the window, as that lay when the display saw it. While a window is dragged it lies elsewhere by now, so
-// that the display is asked for the pointer.
+// SDL tells the place in the window, as that lay when the display saw it. A window that is dragged lies elsewhere by now: then
+// FollowPointer asks.
 void SdlDisplay::MovePointer(Uint32 id, int x, int y) {
-    if (captured_) {
-        PointerMoved(PointerNow(), Now());
-    } else if (const Shown* const shown = Find(id)) {
+    const Shown* const shown = Find(id);
+    if (shown != nullptr && !(captured_ && moved_ && asks_pointer_)) {
         PointerMoved({shown->rect.left + x, shown->rect.top + y}, Now());
     }
 }
 
-POINT SdlDisplay::PointerNow() const noexcept {
+void SdlDisplay::TellButton(int button, bool down) {
+    const Uint32 mask = SDL_BUTTON(static_cast<Uint32>(button));
+    const std::optional<PointerButtonId> id = ButtonOf(static_cast<Uint8>(button));
+    if (!id || ((pressed_ & mask) != 0) == down) {
+        return;
+    }
+    pressed_ ^= mask;
+    PointerButton(*id, down, Now());
+}
+
+void SdlDisplay::TakeButton(const SDL_MouseButtonEvent& event) {
+    MovePointer(event.windowID, event.x, event.y);
+    if (captured_) {
+        FollowPointer();
+    }
+    TellButton(event.button, event.state == SDL_PRESSED);
+}
+
+// While a button is down and the pointer outside of the window it went down in, SDL loses sight of both at times: it lets go of
+// the pointer when that comes back. So the display itself is asked.
+void SdlDisplay::FollowPointer() {
+    if (!asks_pointer_ || pressed_ == 0) {
+        return;
+    }
     POINT at = {};
-    sdl_.GetGlobalMouseState(&at.x, &at.y);
-    return at;
+    const Uint32 down = sdl_.GetGlobalMouseState(&at.x, &at.y);
+    if (captured_ && (at.x != pointer_.x || at.y != pointer_.y)) {
+        pointer_ = at;
+        PointerMoved(at, Now());
+    }
+    for (int button = SDL_BUTTON_LEFT; button <= SDL_BUTTON_RIGHT; ++button) {
+        if ((down & SDL_BUTTON(static_cast<Uint32>(button))) == 0) {
+            TellButton(button, false);
+        }
+    }
 }
 
 void SdlDisplay::Take(const SDL_Event& event) {
@@ -76,11 +106,7 @@ void SdlDisplay::Take(const SDL_Event& event) {
             return MovePointer(event.motion.windowID, event.motion.x, event.motion.y);
         case SDL_MOUSEBUTTONDOWN:
         case SDL_MOUSEBUTTONUP:
-            MovePointer(event.button.windowID, event.button.x, event.button.y);
-            if (const std::optional<PointerButtonId> button = ButtonOf(event.button.button)) {
-                PointerButton(*button, event.type == SDL_MOUSEBUTTONDOWN, Now());
-            }
-            return;
+            return TakeButton(event.button);
         case SDL_MOUSEWHEEL:
             return TakeWheel(event.wheel);
         case SDL_KEYDOWN:
@@ -160,9 +186,12 @@ void SdlDisplay::TakeWindowEvent(const SDL_WindowEvent& event) {
                 Activated(nullptr);
             }
             return;
-        case SDL_WINDOWEVENT_LEAVE:
-            PointerMoved(PointerNow(), Now());
+        case SDL_WINDOWEVENT_LEAVE: {
+            POINT at = {};
+            sdl_.GetGlobalMouseState(&at.x, &at.y);
+            PointerMoved(at, Now());
             return;
+        }
         case SDL_WINDOWEVENT_CLOSE:
             CloseRequested(window);
             return;

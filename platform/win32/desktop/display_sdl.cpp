@@ -38,7 +38,9 @@ bool SdlDisplay::Open() {
     if (sdl_.InitSubSystem(SDL_INIT_VIDEO) != 0) {
         return false;
     }
-    if (std::string_view(sdl_.GetCurrentVideoDriver()) == "x11") {
+    asks_pointer_ = std::string_view(sdl_.GetCurrentVideoDriver()) == "x11";
+    if (asks_pointer_) {
+        x_errors_.emplace();
         sdl_.SetHint(SDL_HINT_FRAMEBUFFER_ACCELERATION, "0");  // pixels are pushed as they are: no need to load OpenGL
     }
     if (wake_event_ == 0) {
@@ -63,6 +65,9 @@ void SdlDisplay::Close() noexcept {
     cursor_known_ = false;
     focus_ = nullptr;
     pending_key_.reset();
+    captured_ = false;
+    pressed_ = 0;
+    x_errors_.reset();
     thread_ = 0;
     sdl_.QuitSubSystem(SDL_INIT_VIDEO);
 }
@@ -115,8 +120,9 @@ void SdlDisplay::Wait(Deadline deadline) {
         }
     } else if (waits) {
         using Milliseconds = std::chrono::milliseconds;
-        constexpr Milliseconds longest{60'000};  // waiting ends early now and then
-        const auto left = std::min(longest, std::chrono::ceil<Milliseconds>(deadline - now));
+        constexpr Milliseconds longest{60'000};    // waiting ends early now and then
+        constexpr Milliseconds while_pressed{20};  // FollowPointer
+        const auto left = std::min(pressed_ != 0 ? while_pressed : longest, std::chrono::ceil<Milliseconds>(deadline - now));
         if (sdl_.WaitEventTimeout(&event, static_cast<int>(left.count())) != 0) {
             Take(event);
         }
@@ -126,11 +132,12 @@ void SdlDisplay::Wait(Deadline deadline) {
         Take(event);
     }
     FinishKey({});
+    FollowPointer();
 }
 
 void SdlDisplay::Capture(HWND window) {
     captured_ = window != nullptr;
-    sdl_.CaptureMouse(window != nullptr ? SDL_TRUE : SDL_FALSE);
+    moved_ = false;
 }
 
 void SdlDisplay::Warp(POINT position) {
@@ -239,6 +246,7 @@ void SdlDisplay::FollowPlace(const TopLevel& top, Shown& shown) {
     if (top.rect.left != shown.rect.left || top.rect.top != shown.rect.top) {
         shown.asked.push_back({top.rect.left, top.rect.top});
         sdl_.SetWindowPosition(shown.window, top.rect.left, top.rect.top);
+        moved_ = true;
     }
     if (Width(top.rect) != Width(shown.rect) || Height(top.rect) != Height(shown.rect)) {
         sdl_.SetWindowSize(shown.window, Width(top.rect), Height(top.rect));

@@ -13,6 +13,7 @@
 #include "display.h"
 #include "screen.h"
 #include "sdl_library.h"
+#include "x_errors.h"
 
 namespace kawin {
 
@@ -78,8 +79,10 @@ private:
     void TakeWindowEvent(const SDL_WindowEvent& event);
     void TakePlace(HWND window, Shown& shown, const SDL_WindowEvent& event);
     void FinishKey(std::u16string_view text);
+    void TakeButton(const SDL_MouseButtonEvent& event);
+    void TellButton(int button, bool down);
     void MovePointer(Uint32 id, int x, int y);
-    POINT PointerNow() const noexcept;
+    void FollowPointer();
 
     const Sdl& sdl_;
     std::atomic<DWORD> thread_{0};  // that serves it; 0: it is not open
@@ -91,7 +94,12 @@ private:
     HWND focus_ = nullptr;     // whom the focus was last given to
     HCURSOR cursor_ = nullptr;
     bool cursor_known_ = false;
-    bool captured_ = false;
+    bool captured_ = false;      // by a window
+    bool moved_ = false;         // a window has been, since then
+    bool asks_pointer_ = false;  // the display tells where on it the pointer is
+    POINT pointer_ = {};         // as it was last told
+    Uint32 pressed_ = 0;         // buttons that went down and not up yet; SDL_BUTTON masks
+    std::optional<IgnoredXErrors> x_errors_;
     std::map<HCURSOR, SDL_Cursor*> cursors_;
     struct PendingKey {
         int key;

@@ -10,7 +10,6 @@ namespace kawin {
 
 // The functions that are used, each under its name without SDL_.
 #define KADATA_SDL_FUNCTIONS(F)       \
-    F(CaptureMouse)                   \
     F(CreateColorCursor)              \
     F(CreateRGBSurfaceWithFormatFrom) \
     F(CreateSystemCursor)             \
