@@ -28,7 +28,9 @@ public:
             return FALSE;
         }
         m_skin.window.DrawWindowBackgroundBitmap(Target(), Scaled(0, 0, WIDTH, HEIGHT));
-        DrawStateNames();
+        if (m_language != NO_TEXT) {
+            DrawStateNames();
+        }
         int y = 36;
         for (const Row& row : ROWS) {
             for (int state = 0; state < STATES; ++state) {
@@ -58,6 +60,7 @@ private:
     CRect Scaled(int x, int y, int width, int height) const {
         return {Pixels(x), Pixels(y), Pixels(x + width), Pixels(y + height)};
     }
+    CString Text(UINT id) const { return id != 0 && m_language != NO_TEXT ? LoadText(id, m_language) : CString(); }
     Gdiplus::Graphics* Target() { return &m_picture.Graphics(); }
 
     void DrawStateNames() {
@@ -79,8 +82,7 @@ private:
         CSkin& surface = m_skin.*row.surface;
         CRect inner;
         surface.DrawButtonBitmap(Target(), state, rect, inner);
-        surface.DrawButtonCaption(Target(), state, rect, row.text != 0 ? LoadText(row.text, m_language) : CString(), &m_font,
-                                  &m_picture.Context());
+        surface.DrawButtonCaption(Target(), state, rect, Text(row.text), &m_font, &m_picture.Context());
     }
 
     void DrawFrame(CSkin::ESkinBitmapType type, int x, int y) {
@@ -93,7 +95,7 @@ private:
         m_skin.window.DrawWindowBackgroundBitmap(Target(), client);
         m_skin.window.SetCaptionTextColors(type == CSkin::SkinActive ? TEXT_COLOR : QUIET_TEXT_COLOR, QUIET_TEXT_COLOR,
                                            QUIET_TEXT_COLOR, HIGHLIGHT_COLOR);
-        m_skin.window.DrawWindowCaption(Target(), type, Scaled(x, y + 2, width, 30), LoadText(IDS_TITLE, m_language), &m_font,
+        m_skin.window.DrawWindowCaption(Target(), type, Scaled(x, y + 2, width, 30), Text(IDS_TITLE), &m_font,
                                         &m_picture.Context());
         m_skin.toolBar.DrawButtonBitmap(Target(), CSkin::SkinNormal, Scaled(x + 5, y + 33, width - 10, 40));
         m_skin.statusBar.DrawButtonBitmap(Target(), CSkin::SkinNormal, Scaled(x + 5, y + height - 31, width - 10, 26));
