@@ -57,6 +57,11 @@ struct Order {
 
     RECT Place() const noexcept { return {x.begin, y.begin, x.begin + x.map.count, y.begin + y.map.count}; }
     std::int64_t Size() const noexcept { return std::int64_t{x.map.count} * y.map.count; }
+    // Pixel by pixel, and nothing of it lies outside of the picture.
+    bool IsPlainCopy() const noexcept {
+        return x.map.sampling == Sampling::Copy && x.map.start >= 0 && y.map.start >= 0 &&
+               x.map.start + x.map.count <= store.Width() && y.map.start + y.map.count <= store.Height();
+    }
     bool IsKept() const noexcept {
         return x.map.sampling != Sampling::Copy && !store.IsForeign() && Size() >= kSmallestKeptPiece &&
                Size() * static_cast<std::int64_t>(sizeof(kawin::Argb)) <= std::int64_t{kawin::kMostPieceBytes};
@@ -81,6 +86,11 @@ std::shared_ptr<const kawin::Piece> KeptPiece(const Order& order) {
 }
 
 void DrawOrder(const Order& order, kawin::Canvas& canvas, const kawin::RegionShape& clip, bool replaces) {
+    if (order.IsPlainCopy()) {
+        kawin::CopiedRows rows(order.store, static_cast<int>(order.x.map.start), static_cast<int>(order.y.map.start),
+                               order.x.map.count);
+        return canvas.Draw(order.Place(), clip, rows, replaces);
+    }
     auto piece = order.IsKept() ? KeptPiece(order) : nullptr;
     if (piece) {
         kawin::KeptRows rows(std::move(piece));

@@ -6,13 +6,21 @@
 #include "row_filters.h"
 
 namespace kawin {
+namespace {
+
+// Pixels of a row that is converted before it is used.
+std::size_t ScratchFor(const PixelStore& store) noexcept {
+    const bool converts = store.IsForeign() || store.Kind() == PixelKind::Premultiplied;
+    return converts ? static_cast<std::size_t>(store.Width()) : 0;
+}
+
+}  // namespace
 
 ScaledRows::ScaledRows(const PixelStore& store, AxisTaps columns, AxisTaps rows)
     : store_(store), columns_(std::move(columns)), rows_(std::move(rows)), opaque_(store.Kind() == PixelKind::Opaque) {
-    const bool converts = store.IsForeign() || store.Kind() == PixelKind::Premultiplied;
     for (Slot& slot : slots_) {
         slot.scaled.resize(columns_.is_run ? 0 : columns_.first.size());
-        slot.scratch.resize(converts ? static_cast<std::size_t>(store.Width()) : 0);
+        slot.scratch.resize(ScratchFor(store));
     }
     out_.resize(columns_.first.size());
 }
@@ -74,6 +82,13 @@ PieceRows::Row ScaledRows::At(int y) {
         pixels = out_.data();
     }
     return Covered(pixels, rows_.cover[row]);
+}
+
+CopiedRows::CopiedRows(const PixelStore& store, int x, int y, int width)
+    : store_(store), x_(x), y_(y), whole_(store.Kind() == PixelKind::Opaque ? width : 0), scratch_(ScratchFor(store)) {}
+
+PieceRows::Row CopiedRows::At(int y) {
+    return {store_.StraightRow(y_ + y, scratch_.data()) + x_, 0, whole_};
 }
 
 ColorRows::ColorRows(Argb color, int width) : row_(static_cast<std::size_t>(width), color) {}

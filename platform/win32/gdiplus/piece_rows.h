@@ -51,6 +51,21 @@ private:
     std::vector<Argb> out_;
 };
 
+// Part of a picture as it is, all of which lies in the picture; that has to stay and may not change meanwhile.
+class CopiedRows : public PieceRows {
+public:
+    // May throw std::bad_alloc.
+    CopiedRows(const PixelStore& store, int x, int y, int width);
+    Row At(int y) override;
+
+private:
+    const PixelStore& store_;
+    const int x_;
+    const int y_;
+    const int whole_;  // of a row's pixels, so many are opaque for certain
+    std::vector<Argb> scratch_;
+};
+
 class ColorRows : public PieceRows {
 public:
     // May throw std::bad_alloc.
