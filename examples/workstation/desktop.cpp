@@ -28,6 +28,12 @@ BOOL SaveMainWindow(int percent, LANGID language, const std::vector<SImported>& 
     return SaveWindowPicture(window, path);
 }
 
+BOOL IsDesktopVisible() {
+    USEROBJECTFLAGS flags = {};
+    return !GetUserObjectInformationW(GetProcessWindowStation(), UOI_FLAGS, &flags, sizeof flags, nullptr) ||
+           (flags.dwFlags & WSF_VISIBLE) != 0;
+}
+
 class CApp : public CWinApp {
 public:
     explicit CApp(CMainWindow& window) : m_window(window) { m_pMainWnd = &window; }
@@ -44,6 +50,10 @@ private:
 }  // namespace
 
 int RunMainWindow(const std::vector<SImported>& patients, const CString& data) {
+    if (!IsDesktopVisible()) {
+        PrintError(_T("there is no display to show the window on"));
+        return NO_DISPLAY;
+    }
     const CGdiPlus gdiplus;
     const int percent = PercentOfScreen();
     CSkinManager& manager = *CSkinManager::GetInstance();

@@ -4,7 +4,9 @@
 
 #include "import.h"
 
-// Shows the main window until it is closed. The program's result.
+inline constexpr int NO_DISPLAY = 3;
+
+// Shows the main window until it is closed. The program's result: NO_DISPLAY when nobody could see it.
 int RunMainWindow(const std::vector<SImported>& patients, const CString& data);
 
 // Writes pictures of the main window and of the skin, in both languages and both sizes, as PNG into `folder`, which is made. The

@@ -8,7 +8,8 @@
 //
 // --all     lists every patient, not only those with remarks
 // --check   writes nothing: compares the files that an earlier run, or another system's, left in the output folder
-// --window  shows the patients in a skinned window; a screen of double density gets the double skin
+// --window  shows the patients in a skinned window; a screen of double density gets the double skin. The exit status is
+//           3 when there is no display that answers
 // --pictures writes PNG files of that window and of the skin, in both languages and sizes, without a screen
 
 #include <kadata/directory.h>

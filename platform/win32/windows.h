@@ -24,6 +24,7 @@
 #include "desktop/timers.h"
 #include "desktop/window_classes.h"
 #include "desktop/window_messages.h"
+#include "desktop/window_station.h"
 #include "desktop/window_styles.h"
 #include "desktop/window_tree.h"
 #include "files/attributes.h"

@@ -86,6 +86,22 @@ TEST(Metrics, ColoursHaveBrushesThatStay) {
     }
 }
 
+TEST(Metrics, TheWindowStationIsNamed) {
+    const HWINSTA station = GetProcessWindowStation();
+    USEROBJECTFLAGS flags = {};
+    DWORD needed = 0;
+    EXPECT_TRUE(GetUserObjectInformationW(station, UOI_FLAGS, &flags, sizeof flags, &needed));
+    EXPECT_EQ(needed, sizeof flags);
+    TCHAR name[16] = {};
+    EXPECT_TRUE(GetUserObjectInformationW(station, UOI_NAME, name, sizeof name, &needed));
+    EXPECT_EQ(std::basic_string_view<TCHAR>(name), _T("WinSta0"));
+    EXPECT_EQ(needed, 16U);
+    EXPECT_EQ(ErrorOf(GetUserObjectInformationW(station, UOI_TYPE, name, 8, &needed)), ERROR_INSUFFICIENT_BUFFER);
+    EXPECT_EQ(needed, 28U);
+    EXPECT_EQ(ErrorOf(GetUserObjectInformationW(station, 99, name, sizeof name, nullptr)), ERROR_INVALID_PARAMETER);
+    EXPECT_EQ(ErrorOf(GetUserObjectInformationW(nullptr, UOI_NAME, name, sizeof name, nullptr)), ERROR_INVALID_HANDLE);
+}
+
 TEST(Metrics, MonitorsAreFoundByPlace) {
     const HMONITOR primary = MonitorFromPoint({0, 0}, MONITOR_DEFAULTTONULL);
     ASSERT_NE(primary, nullptr);

@@ -31,16 +31,20 @@ SdlDisplay::SdlDisplay(const Sdl& sdl) : sdl_(sdl) {}
 bool SdlDisplay::Open() {
     // The host's business stays the host's: its signals, its screen saver.
     sdl_.SetMainReady();
+    sdl_.SetHint(SDL_HINT_VIDEODRIVER,
+                 "x11,wayland");  // and none that nobody sees; SDL_VIDEODRIVER in the environment still rules
     sdl_.SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
     sdl_.SetHint(SDL_HINT_VIDEO_ALLOW_SCREENSAVER, "1");
     sdl_.SetHint(SDL_HINT_VIDEO_X11_NET_WM_BYPASS_COMPOSITOR, "0");
     sdl_.SetHint(SDL_HINT_MOUSE_FOCUS_CLICKTHROUGH, "1");
+    // Before SDL's own handler, which hands on to this one, and is taken back while the connection is still being closed.
+    x_errors_.emplace();
     if (sdl_.InitSubSystem(SDL_INIT_VIDEO) != 0) {
+        x_errors_.reset();
         return false;
     }
     asks_pointer_ = std::string_view(sdl_.GetCurrentVideoDriver()) == "x11";
     if (asks_pointer_) {
-        x_errors_.emplace();
         sdl_.SetHint(SDL_HINT_FRAMEBUFFER_ACCELERATION, "0");  // pixels are pushed as they are: no need to load OpenGL
     }
     if (wake_event_ == 0) {
@@ -67,9 +71,9 @@ void SdlDisplay::Close() noexcept {
     pending_key_.reset();
     captured_ = false;
     pressed_ = 0;
-    x_errors_.reset();
     thread_ = 0;
     sdl_.QuitSubSystem(SDL_INIT_VIDEO);
+    x_errors_.reset();
 }
 
 bool SdlDisplay::IsMine() const noexcept {
