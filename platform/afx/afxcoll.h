@@ -2,6 +2,7 @@
 
 // The collections that are no templates in the classic interface.
 
+#include "afx_map.h"
 #include "afxtempl.h"
 
 class KADATA_API CStringArray : public CArray<CString, const CString&> {

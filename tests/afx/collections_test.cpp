@@ -118,4 +118,29 @@ TEST(List, FindsAndLetsTheWalkerRemoveWhatItStandsOn) {
     EXPECT_EQ(list.GetAt(back), 5);
 }
 
+TEST(Map, LeadsFromPointersToPointers) {
+    int places[4] = {};
+    CMapPtrToPtr map;
+    void* value = &map;
+    EXPECT_EQ(map.GetStartPosition(), nullptr);
+    for (int& place : places) {
+        map.SetAt(&place, nullptr);
+        map[&place] = &place + 1;
+    }
+    EXPECT_FALSE(map.Lookup(&map, value));
+    EXPECT_EQ(value, &map);
+    EXPECT_TRUE(map.Lookup(&places[2], value));
+    EXPECT_EQ(value, &places[3]);
+    int seen = 0;
+    for (POSITION at = map.GetStartPosition(); at != nullptr; ++seen) {
+        void* key = nullptr;
+        map.GetNextAssoc(at, key, value);
+        EXPECT_EQ(value, static_cast<int*>(key) + 1);
+        EXPECT_TRUE(map.RemoveKey(key));
+        EXPECT_FALSE(map.RemoveKey(key));
+    }
+    EXPECT_EQ(seen, 4);
+    EXPECT_TRUE(map.IsEmpty());
+}
+
 }  // namespace

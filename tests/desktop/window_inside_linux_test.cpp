@@ -104,4 +104,21 @@ TEST(LinuxDesktop, WhatADisplaySeesAndTells) {
     EXPECT_EQ(GetFocus(), owner);
 }
 
+// Of WM_NCPAINT with a region the default procedure draws just that part of the frame.
+TEST(LinuxDesktop, AFrameIsDrawnWhereItIsDue) {
+    MessageLog log;
+    const HWND window = log.Create(WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, kPlace);
+    UpdateWindow(window);
+    const HDC context = GetWindowDC(window);
+    constexpr RECT kAll = {0, 0, 200, 160};
+    FillRect(context, &kAll, static_cast<HBRUSH>(GetStockObject(BLACK_BRUSH)));
+    const HRGN part = CreateRectRgn(kPlace.left, kPlace.top, kPlace.left + 100, kPlace.top + 4);
+    DefWindowProcW(window, WM_NCPAINT, reinterpret_cast<WPARAM>(part), 0);
+    EXPECT_NE(GetPixel(context, 99, 3), COLORREF{0});
+    EXPECT_EQ(GetPixel(context, 100, 3), COLORREF{0});
+    EXPECT_EQ(GetPixel(context, 99, 4), COLORREF{0});
+    DeleteObject(part);
+    ReleaseDC(window, context);
+}
+
 }  // namespace

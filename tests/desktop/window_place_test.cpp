@@ -141,6 +141,13 @@ TEST(WindowFocus, MessagesOfActivationAndFocus) {
     ShowWindow(child, SW_HIDE);
     EXPECT_EQ(GetFocus(), first);
     log.TakeFocus();
+    SetWindowPos(first, nullptr, 0, 0, 0, 0, SWP_HIDEWINDOW | SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    EXPECT_EQ(GetActiveWindow(), first);  // as dialogs rely on that end: only then the owner is activated
+    EXPECT_EQ(GetFocus(), first);
+    ShowWindow(first, SW_SHOW);
+    ShowWindow(first, SW_HIDE);
+    EXPECT_EQ(GetActiveWindow(), second);
+    SetActiveWindow(first);
     DestroyWindow(first);
     EXPECT_EQ(GetActiveWindow(), second);
     EXPECT_EQ(GetFocus(), second);

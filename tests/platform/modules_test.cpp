@@ -1,10 +1,12 @@
 #include <gtest/gtest.h>
+#include <kadata/directory.h>
 #include <tchar.h>
 #include <windows.h>
 
 #include <atomic>
 #include <string>
 #include <thread>
+#include <tuple>
 #include <vector>
 
 #include "support/last_error.h"
@@ -93,6 +95,52 @@ TEST(Modules, TellWhyTheyDoNotLoad) {
         EXPECT_EQ(ErrorOf(LoadLibraryExW(row.name, nullptr, row.flags)), row.error) << &row - rows;
     const DWORD error = ErrorOf(LoadLibraryExW(folder.Path(_T("none.dll")).c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE));
     EXPECT_EQ(error, static_cast<DWORD>(ERROR_FILE_NOT_FOUND));
+}
+
+BOOL HandleOf(DWORD flags, const void* what, HMODULE& module) {
+    module = GetModuleHandleW(nullptr);  // so that a null is seen
+    return GetModuleHandleExW(flags, static_cast<LPCWSTR>(what), &module);
+}
+
+TEST(Modules, AreKnownByAnAddressInThem) {
+    constexpr DWORD kAddress = GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS, kUncounted = GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT;
+    static const int here = 0;
+    const void* const library = reinterpret_cast<const void*>(&CDirectory::GetExePath);
+    const HMODULE program = GetModuleHandleW(nullptr);
+    HMODULE found = nullptr;
+    for (const DWORD flags : {kAddress, kAddress | kUncounted}) {
+        EXPECT_TRUE(HandleOf(flags, &here, found));
+        EXPECT_EQ(found, program);
+        ASSERT_TRUE(HandleOf(flags, library, found));
+        EXPECT_NE(FileName(found).find(_T("KaData.")), Text::npos);
+    }
+    EXPECT_TRUE(FreeLibrary(found));  // the counted one
+    EXPECT_TRUE(HandleOf(0, nullptr, found) && found == program);
+
+    ASSERT_TRUE(LoadLibraryW(_T("resource_module")) && HandleOf(0, _T("resource_module.dll"), found));
+    HMODULE same = nullptr;
+    EXPECT_TRUE(HandleOf(kUncounted, ResourceModule().c_str(), same) && same == found);
+    EXPECT_TRUE(FreeLibrary(found) && FreeLibrary(found));
+    EXPECT_FALSE(HandleOf(0, _T("resource_module.dll"), found));
+    EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_MOD_NOT_FOUND));
+    EXPECT_EQ(found, nullptr);
+
+    int local = 0;
+    for (const auto& [flags, what, error] : {std::tuple<DWORD, const void*, DWORD>{kAddress, &local, ERROR_MOD_NOT_FOUND},
+                                             {kUncounted | GET_MODULE_HANDLE_EX_FLAG_PIN, nullptr, ERROR_INVALID_PARAMETER},
+                                             {0x100, nullptr, ERROR_INVALID_PARAMETER}}) {
+        EXPECT_FALSE(HandleOf(flags, what, found));
+        EXPECT_EQ(GetLastError(), error) << flags;
+        EXPECT_EQ(found, nullptr);
+    }
+    EXPECT_EQ(ErrorOf(GetModuleHandleExW(0, nullptr, nullptr)), ERROR_INVALID_PARAMETER);
+}
+
+TEST(Modules, AreFoundInTheDefaultPlaces) {
+    const HMODULE module = LoadLibraryExW(_T("resource_module.dll"), nullptr, LOAD_LIBRARY_SEARCH_DEFAULT_DIRS);
+    EXPECT_EQ(FileName(module), ResourceModule());
+    EXPECT_TRUE(FreeLibrary(module));
+    EXPECT_EQ(ErrorOf(LoadLibraryExW(_T("no_such_module"), nullptr, LOAD_LIBRARY_SEARCH_DEFAULT_DIRS)), ERROR_MOD_NOT_FOUND);
 }
 
 }  // namespace

@@ -80,4 +80,17 @@ TEST(LinuxRights, MakeANamedObjectTheOwnersAlone) {
     EXPECT_EQ(find(), "");
 }
 
+// No Windows: every question for a version is answered with no.
+TEST(LinuxProcess, IsNoVersionOfWindows) {
+    OSVERSIONINFOW version = {};
+    for (const auto& [size, error] : {std::pair<DWORD, DWORD>{sizeof(version), ERROR_CALL_NOT_IMPLEMENTED},
+                                      std::pair<DWORD, DWORD>{sizeof(version) - 1, ERROR_INSUFFICIENT_BUFFER}}) {
+        version.dwOSVersionInfoSize = size;
+        EXPECT_FALSE(GetVersionExW(&version));
+        EXPECT_EQ(GetLastError(), error);
+        EXPECT_EQ(version.dwMajorVersion, 0U);
+    }
+    EXPECT_FALSE(GetVersionExW(nullptr));
+}
+
 }  // namespace

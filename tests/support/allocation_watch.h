@@ -20,6 +20,7 @@ public:
     ~AllocationWatch();
 
     std::size_t Largest() const;  // bytes
+    bool HasFailed() const;       // whether there was an allocation of that number
 };
 
 }  // namespace test

@@ -77,4 +77,8 @@ std::size_t AllocationWatch::Largest() const {
     return watched.largest;
 }
 
+bool AllocationWatch::HasFailed() const {
+    return watched.count > watched.failAt;
+}
+
 }  // namespace test

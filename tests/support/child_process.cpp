@@ -39,6 +39,8 @@ ChildArgs OwnArguments() {
 
 }  // namespace
 
+const TCHAR* const kNameVariable = _T("KADATA_TEST_CHILD");
+
 Text OwnPath() {
     Text path(kPathLength, 0);
     path.resize(GetModuleFileNameW(nullptr, path.data(), kPathLength));
@@ -80,6 +82,10 @@ ChildRegistration::ChildRegistration(const TCHAR* name, ChildFunction function) 
 
 std::optional<int> RunChild() {
     ChildArgs args = OwnArguments();
+    TCHAR named[MAX_PATH] = {};
+    if (args.empty() && GetEnvironmentVariableW(kNameVariable, named, MAX_PATH) != 0) {
+        args.push_back(kOption + named);
+    }
     if (args.empty() || !args[0].starts_with(kOption)) {
         return {};
     }

@@ -21,6 +21,9 @@ namespace test {
 using ChildArgs = std::vector<std::basic_string<TCHAR>>;
 using ChildFunction = int (*)(const ChildArgs& args);
 
+// The environment variable that names the child function of a program that is started without arguments.
+extern const TCHAR* const kNameVariable;
+
 // The path of this program.
 std::basic_string<TCHAR> OwnPath();
 

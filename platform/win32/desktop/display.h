@@ -4,6 +4,7 @@
 // them.
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -55,6 +56,11 @@ public:
 
     // Moves the pointer.
     virtual void Warp(POINT position) = 0;
+
+    // The text of the display's clipboard in UTF-8, with LF at the end of lines; nothing when it has none or cannot tell. In the
+    // thread that serves the display only.
+    virtual std::optional<std::string> ClipboardText() = 0;
+    virtual void SetClipboardText(const std::string& text) = 0;
 
     // Hands over what the calling thread, which is not the display's, has drawn since. Called before it waits.
     virtual void HandOver() = 0;

@@ -148,6 +148,20 @@ void SdlDisplay::Warp(POINT position) {
     sdl_.WarpMouseGlobal(position.x, position.y);
 }
 
+std::optional<std::string> SdlDisplay::ClipboardText() {
+    char* const text = sdl_.GetClipboardText();
+    std::optional<std::string> result;
+    if (text != nullptr) {
+        result = text;
+    }
+    sdl_.free(text);
+    return result;
+}
+
+void SdlDisplay::SetClipboardText(const std::string& text) {
+    sdl_.SetClipboardText(text.c_str());
+}
+
 void SdlDisplay::HandOver() {
     const DWORD thread = CurrentThreadId();
     bool any = false;

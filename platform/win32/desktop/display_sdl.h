@@ -32,6 +32,8 @@ public:
     bool IsMine() const noexcept override;
     void Capture(HWND window) override;
     void Warp(POINT position) override;
+    std::optional<std::string> ClipboardText() override;
+    void SetClipboardText(const std::string& text) override;
     void HandOver() override;
 
     // Any thread.

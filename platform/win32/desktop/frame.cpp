@@ -148,6 +148,8 @@ bool Look(HWND window, UINT message, WPARAM wparam, LPARAM lparam, LRESULT& resu
             result = HitTest(window, PointOf(lparam));
             return true;
         case WM_NCPAINT:
+            PaintFrame(window, reinterpret_cast<HRGN>(wparam));
+            return true;
         case WM_SETTEXT:
         case WM_SETICON:
             PaintFrame(window);

@@ -171,6 +171,17 @@ RECT ClientPlace(HWND handle) {
     return client;
 }
 
+// The region stays the caller's, so the context gets a copy.
+HDC ContextFor(HWND window, HRGN part) {
+    constexpr ULONG_PTR kWholeWindow = 1;
+    if (reinterpret_cast<ULONG_PTR>(part) <= kWholeWindow) {
+        return GetWindowDC(window);
+    }
+    const HRGN copy = CreateRectRgn(0, 0, 0, 0);
+    CombineRgn(copy, part, nullptr, RGN_COPY);
+    return GetDCEx(window, copy, DCX_WINDOW | DCX_INTERSECTRGN);
+}
+
 }  // namespace
 
 void PaintFrame(HWND window, HDC context) {
@@ -189,9 +200,9 @@ void PaintFrame(HWND window, HDC context) {
     RestoreDC(context, depth);
 }
 
-void PaintFrame(HWND window) {
+void PaintFrame(HWND window, HRGN part) {
     if (IsWindowVisible(window) && !IsIconic(window)) {
-        const HDC context = GetWindowDC(window);
+        const HDC context = ContextFor(window, part);
         PaintFrame(window, context);
         ReleaseDC(window, context);
     }

@@ -192,7 +192,8 @@ private:
 
 void MoveOrSize(HWND window, UINT command, WPARAM part, bool by_pointer) {
     const auto style = static_cast<DWORD>(GetWindowLongW(window, GWL_STYLE));
-    const bool can = command == SC_MOVE ? (style & WS_CAPTION) == WS_CAPTION : (style & WS_THICKFRAME) != 0;
+    // By the pointer every window moves whose procedure calls the place a caption.
+    const bool can = command == SC_MOVE ? by_pointer || (style & WS_CAPTION) == WS_CAPTION : (style & WS_THICKFRAME) != 0;
     if (can && (style & (WS_MAXIMIZE | WS_MINIMIZE)) == 0) {
         Drag(window, command, part, by_pointer).Run();
     }

@@ -17,6 +17,7 @@ namespace kawin {
     F(DestroyWindow)                  \
     F(FreeCursor)                     \
     F(FreeSurface)                    \
+    F(GetClipboardText)               \
     F(GetCurrentVideoDriver)          \
     F(GetDisplayBounds)               \
     F(GetDisplayUsableBounds)         \
@@ -35,6 +36,7 @@ namespace kawin {
     F(RaiseWindow)                    \
     F(RegisterEvents)                 \
     F(RestoreWindow)                  \
+    F(SetClipboardText)               \
     F(SetCursor)                      \
     F(SetHint)                        \
     F(SetMainReady)                   \
@@ -50,7 +52,8 @@ namespace kawin {
     F(UpdateWindowSurfaceRects)       \
     F(UpperBlit)                      \
     F(WaitEventTimeout)               \
-    F(WarpMouseGlobal)
+    F(WarpMouseGlobal)                \
+    F(free)
 
 struct Sdl {
 #define KADATA_SDL_MEMBER(name) decltype(&::SDL_##name) name = nullptr;

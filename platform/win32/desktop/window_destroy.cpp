@@ -114,6 +114,7 @@ BOOL Destroy(HWND window) {
     } else if ((style & WS_VISIBLE) != 0) {
         SetPosition({window, nullptr, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_HIDEWINDOW});
     }
+    LeaveHidden(window);
     for (const HWND owned : OwnedBy(window)) {
         if (MayDestroy(owned)) {
             DestroyWindow(owned);

@@ -167,6 +167,7 @@ constexpr UINT WM_COPY = 0x0301;
 constexpr UINT WM_PASTE = 0x0302;
 constexpr UINT WM_CLEAR = 0x0303;
 constexpr UINT WM_UNDO = 0x0304;
+constexpr UINT WM_DESTROYCLIPBOARD = 0x0307;
 constexpr UINT WM_HOTKEY = 0x0312;
 constexpr UINT WM_PRINT = 0x0317;
 constexpr UINT WM_PRINTCLIENT = 0x0318;

@@ -281,10 +281,8 @@ BOOL SetPosition(WINDOWPOS position) {
     if (!Ask(position) || !Reckon(position, change) || !Apply(position, change)) {
         return FALSE;
     }
-    if ((position.flags & SWP_HIDEWINDOW) != 0) {
-        LeaveHidden(position.hwnd);
-    } else if ((position.flags & SWP_NOACTIVATE) == 0) {
-        ActivateAfter(position);
+    if ((position.flags & SWP_NOACTIVATE) == 0) {  // else a window that is hidden stays the active one
+        (position.flags & SWP_HIDEWINDOW) != 0 ? LeaveHidden(position.hwnd) : ActivateAfter(position);
     }
     constexpr UINT kChanges = SWP_SHOWWINDOW | SWP_HIDEWINDOW | SWP_FRAMECHANGED;
     const bool nothing = (position.flags & kNothing) == kNothing && (position.flags & (kChanges | kStateChanged)) == 0;

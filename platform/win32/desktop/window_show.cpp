@@ -108,6 +108,7 @@ void Hide(HWND window, const State& state) {
     SendMessageW(window, WM_SHOWWINDOW, FALSE, 0);
     const UINT quiet = state.child ? SWP_NOACTIVATE | SWP_NOZORDER : 0;
     SetPosition({window, nullptr, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_HIDEWINDOW | SWP_NOACTIVATE | quiet});
+    LeaveHidden(window);
 }
 
 void ShowIn(HWND window, const State& state, int command, bool was_visible) {

@@ -8,6 +8,7 @@
 #include "../base/path_map.h"
 #include "../text/no_throw.h"
 #include "module_files.h"
+#include "module_search.h"
 #include "module_table.h"
 
 namespace {
@@ -94,10 +95,11 @@ HMODULE LoadLibraryW(LPCWSTR name) noexcept {
 
 HMODULE LoadLibraryExW(LPCWSTR name, HANDLE file, DWORD flags) noexcept {
     return kawin::NoThrow([&]() -> HMODULE {
-        if (name == nullptr || file != nullptr || (flags & ~(LOAD_LIBRARY_AS_DATAFILE | LOAD_LIBRARY_AS_IMAGE_RESOURCE)) != 0) {
+        constexpr DWORD kAsData = LOAD_LIBRARY_AS_DATAFILE | LOAD_LIBRARY_AS_IMAGE_RESOURCE;
+        if (name == nullptr || file != nullptr || (flags & ~(kAsData | LOAD_LIBRARY_SEARCH_DEFAULT_DIRS)) != 0) {
             return FailToLoad(ERROR_INVALID_PARAMETER);
         }
-        return Load(name, flags != 0);
+        return Load(name, (flags & kAsData) != 0);
     });
 }
 

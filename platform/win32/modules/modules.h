@@ -23,7 +23,8 @@ constexpr DWORD LOAD_LIBRARY_AS_IMAGE_RESOURCE = 0x00000020;
 KADATA_API HMODULE LoadLibraryW(LPCWSTR name) noexcept;
 
 // `file` must be null. With one of the flags above the file is opened for its resources only, shared objects and served names are
-// not tried, and a missing file is ERROR_FILE_NOT_FOUND. Other flags are ERROR_INVALID_PARAMETER.
+// not tried, and a missing file is ERROR_FILE_NOT_FOUND. Flags but those and the one of module_search.h are
+// ERROR_INVALID_PARAMETER.
 KADATA_API HMODULE LoadLibraryExW(LPCWSTR name, HANDLE file, DWORD flags) noexcept;
 
 // FALSE with ERROR_INVALID_HANDLE for null, with ERROR_MOD_NOT_FOUND for a module that is not loaded. The executable stays.

@@ -1,5 +1,6 @@
 #include "served_modules.h"
 
+#include "../debug/served_debug.h"
 #include "../gdi/served_blends.h"
 #include "../registry/served_registry.h"
 #include "../text/case_fold.h"
@@ -10,6 +11,7 @@ namespace {
 constexpr ServedModule kServed[] = {
     {u"Advapi32.dll", ServedRegistryFunctions},
     {u"KtmW32.dll", ServedTransactionFunctions},
+    {u"dbghelp.dll", ServedDebugFunctions},
     {u"msimg32.dll", ServedBlendFunctions},
 };
 

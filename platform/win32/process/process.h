@@ -71,10 +71,11 @@ KADATA_API LPWSTR GetCommandLineW() noexcept;
 //
 // `application` is the program's path, or null: then it is the first word of `command_line`; a bare name is looked for in the
 // folder of this program and then along PATH (never in the current directory). A name that is not found and ends with ".exe" is
-// tried without it. The command line is split into arguments as a Windows C program splits it: blanks separate, quotation marks
-// group, 2n backslashes before a quotation mark are n of them, one more makes the mark a character. `environment` is null for a
-// copy of this process's, or a block as GetEnvironmentStringsW makes it, with CREATE_UNICODE_ENVIRONMENT (else
-// ERROR_NOT_SUPPORTED). `directory` is null for the current one; ERROR_DIRECTORY when it is none.
+// tried without it. "osk.exe" is the desktop's on-screen keyboard, whichever is there (stand_ins.h). The command line is split
+// into arguments as a Windows C program splits it: blanks separate, quotation marks group, 2n backslashes before a quotation mark
+// are n of them, one more makes the mark a character. `environment` is null for a copy of this process's, or a block as
+// GetEnvironmentStringsW makes it, with CREATE_UNICODE_ENVIRONMENT (else ERROR_NOT_SUPPORTED). `directory` is null for the
+// current one; ERROR_DIRECTORY when it is none.
 //
 // The child has this process's standard streams and no other file of it; handles are never inherited. Of `flags`
 // DETACHED_PROCESS (a session of its own) and CREATE_NEW_PROCESS_GROUP have an effect; the other ones above are accepted, all

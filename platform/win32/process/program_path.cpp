@@ -14,6 +14,7 @@
 #include "../files/path_error.h"
 #include "../text/case_fold.h"
 #include "native_environment.h"
+#include "stand_ins.h"
 
 namespace kawin {
 namespace {
@@ -61,11 +62,20 @@ bool IsBareName(std::u16string_view name) {
     return name.find_first_of(u"\\/:") == name.npos;
 }
 
+// A program of the system, or what stands in for it here.
+std::optional<std::string> FindBareName(const std::u16string& name) {
+    std::optional<std::string> found = FindAlongPath(ToFileName(name));
+    for (const std::string_view stand_in : StandInsFor(name)) {
+        found = found ? found : FindAlongPath(std::string(stand_in));
+    }
+    return found;
+}
+
 // Empty with the last error set.
 std::string FindNamed(const std::u16string& name, bool search) {
     if (search && IsBareName(name)) {
         SetLastError(ERROR_FILE_NOT_FOUND);
-        return FindAlongPath(ToFileName(name)).value_or("");
+        return FindBareName(name).value_or("");
     }
     const std::optional<std::string> native = ToNativePath(name.c_str());
     if (!native) {
