@@ -46,21 +46,24 @@ bool HasBareLineFeed(std::basic_string_view<TCHAR> text) {
 // A message as it is printed most of the time: tag, text and end without a trip to the heap.
 class Message {
 public:
+    explicit Message(const CLogStatus& category) {
+        Append(category.GetTag());
+        Append(_T("\t"));
+    }
     void Append(std::basic_string_view<TCHAR> text) { m_length += text.copy(m_text + m_length, CAPACITY - m_length); }
     void AppendFormat(LPCTSTR format, const afx::FormatArg* args, std::size_t count) {
         m_length += afx::FormatInto(m_text + m_length, CLog::MAX_TEXT + 1, format, args, count);
     }
-    LPCTSTR Get() {
-        m_text[m_length] = 0;
-        return m_text;
+    std::basic_string_view<TCHAR> End() {
+        Append(kMessageEnd);
+        return {m_text, m_length};
     }
-    std::basic_string_view<TCHAR> View() const { return {m_text, m_length}; }
 
 private:
     static constexpr std::size_t TAG_ROOM = 64;
     static constexpr std::size_t CAPACITY = TAG_ROOM + CLog::MAX_TEXT + 5;
     std::size_t m_length = 0;
-    TCHAR m_text[CAPACITY + 1];
+    TCHAR m_text[CAPACITY + 1];  // and a terminator for FormatInto
 };
 
 // What the platform layer has to say, for example that a settings database was damaged.
@@ -135,6 +138,18 @@ DWORD CLog::GetLogStatus() {
 }
 
 void CLog::PrintArgs(const CLogStatus& category, LPCTSTR format, const afx::FormatArg* args, std::size_t count) {
+    Message message(category);
+    message.AppendFormat(format, args, count);
+    WriteMessage(message.End());
+}
+
+void CLog::PrintText(const CLogStatus& category, std::basic_string_view<TCHAR> text) {
+    Message message(category);
+    message.Append(text.substr(0, MAX_TEXT));
+    WriteMessage(message.End());
+}
+
+void CLog::WriteMessage(std::basic_string_view<TCHAR> message) {
     if (!m_bInitialized.load()) {
         InitLogFile();
     }
@@ -143,16 +158,7 @@ void CLog::PrintArgs(const CLogStatus& category, LPCTSTR format, const afx::Form
     if (file == nullptr) {  // the process is ending
         return;
     }
-    Message message;
-    message.Append(category.GetTag());
-    message.Append(_T("\t"));
-    message.AppendFormat(format, args, count);
-    message.Append(kMessageEnd);
-    if (HasBareLineFeed(message.View())) {
-        file->PrintCore(ClearString(CString(message.Get())));
-    } else {
-        file->PrintCore(message.Get());
-    }
+    file->PrintText(HasBareLineFeed(message) ? ClearString(CString(message)).View() : message);
 }
 
 void CLog::InitLogFile() {

@@ -95,7 +95,10 @@ void CLogFile::SetMaxFileCount(DWORD count) {
 }
 
 void CLogFile::PrintCore(LPCTSTR text) {
-    const View message(text == nullptr ? _T("") : text);
+    PrintText(text == nullptr ? _T("") : text);
+}
+
+void CLogFile::PrintText(View message) {
     if (message.empty()) {
         return;
     }

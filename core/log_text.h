@@ -9,21 +9,25 @@
 
 namespace log_text {
 
-// Index of the first line feed at `from` or behind it, or npos.
-inline std::size_t FindLineFeed(std::basic_string_view<TCHAR> text, std::size_t from) {
+// Index of the first `unit`, an ASCII character, at `from` or behind it, or npos.
+inline std::size_t FindUnit(std::basic_string_view<TCHAR> text, TCHAR unit, std::size_t from) {
     while (from < text.size()) {
         const char* const bytes = reinterpret_cast<const char*>(text.data() + from);
-        const void* const found = std::memchr(bytes, '\n', (text.size() - from) * sizeof(TCHAR));
+        const void* const found = std::memchr(bytes, static_cast<char>(unit), (text.size() - from) * sizeof(TCHAR));
         if (found == nullptr) {
             break;
         }
         from += static_cast<std::size_t>(static_cast<const char*>(found) - bytes) / sizeof(TCHAR);
-        if (text[from] == _T('\n')) {
+        if (text[from] == unit) {
             return from;
         }
         ++from;  // half of another character
     }
     return text.npos;
+}
+
+inline std::size_t FindLineFeed(std::basic_string_view<TCHAR> text, std::size_t from) {
+    return FindUnit(text, _T('\n'), from);
 }
 
 }  // namespace log_text

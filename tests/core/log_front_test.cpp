@@ -1,7 +1,6 @@
 // The front end, with its folder beside the executable. Each case runs in a child, because a process sets its log up once.
 
 #include <gtest/gtest.h>
-#include <kadata/directory.h>
 #include <kadata/log.h>
 
 #include "log_reader.h"
@@ -9,28 +8,7 @@
 
 namespace {
 
-using test::Text;
-
-const CString& Folder() {
-    static const CString folder = CDirectory::Concat(CDirectory::GetExePath(), _T("SERVICE\\LOG-FILES"));
-    return folder;
-}
-
-// What the child function wrote, as text without line headers; "" when there is no log at all.
-std::string LoggedBy(const TCHAR* child) {
-    CDirectory::Remove(Folder());
-    EXPECT_EQ(test::ChildProcess({child}).Wait(60000), 0U);
-    if (!CDirectory::FileExist(Folder(), _T("TARVO000.log")))
-        return "";
-    const std::vector<std::string> lines = test::ReadLogLines(Text(CDirectory::Concat(Folder(), _T("TARVO000.log")).View()));
-    std::string all;
-    for (const std::string& line : lines) {
-        const std::size_t ids = line.find("; P") == line.npos ? line.find(";  P") : line.find("; P");
-        const std::size_t header = ids == line.npos ? 0 : line.find("  ", line.find('.', ids)) + 2;
-        all += (header != 0 ? "HEADER" + line.substr(header) : line) + "\n";
-    }
-    return all;
-}
+using test::LoggedBy;
 
 int PrintEveryCategory(const test::ChildArgs& /*args*/) {
     CLog::Print(CLogError(), _T("before the configuration nothing is enabled"));

@@ -5,6 +5,8 @@
 
 #include <algorithm>
 
+#include "support/child_process.h"
+
 namespace test {
 namespace {
 
@@ -73,6 +75,25 @@ LogFolder ReadLogFolder(const Text& path) {
         Collect(ReadLogLines(file), folder);
     }
     return folder;
+}
+
+Text OwnLogFolder() {
+    return Text(CDirectory::Concat(CDirectory::GetExePath(), _T("SERVICE\\LOG-FILES")).View());
+}
+
+std::string LoggedBy(const TCHAR* child) {
+    const CString folder = OwnLogFolder().c_str();
+    CDirectory::Remove(folder);
+    EXPECT_EQ(ChildProcess({child}).Wait(60000), 0U);
+    if (!CDirectory::FileExist(folder, _T("TARVO000.log")))
+        return "";
+    std::string all;
+    for (const std::string& line : ReadLogLines(OwnLogFolder() + _T("\\TARVO000.log"))) {
+        const std::size_t ids = line.find("; P") == line.npos ? line.find(";  P") : line.find("; P");
+        const std::size_t header = ids == line.npos ? 0 : line.find("  ", line.find('.', ids)) + 2;
+        all += (header != 0 ? "HEADER" + line.substr(header) : line) + "\n";
+    }
+    return all;
 }
 
 }  // namespace test

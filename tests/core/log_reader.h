@@ -21,4 +21,11 @@ LogFolder ReadLogFolder(const Text& folder);
 // The lines of one file behind its file header, each without its end.
 std::vector<std::string> ReadLogLines(const Text& path);
 
+// The folder of the log front end, beside the executable. It is emptied by LoggedBy.
+Text OwnLogFolder();
+
+// What the child function (support/child_process.h) logs, up to a minute long and in one file: its lines, with "HEADER" in place
+// of line headers; "" when there is no log at all.
+std::string LoggedBy(const TCHAR* child);
+
 }  // namespace test
