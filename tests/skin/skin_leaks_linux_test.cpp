@@ -1,6 +1,7 @@
+#include <kadata/transparent_bitmap.h>
 #include <win32/gdi/gdi_objects.h>
 
-#include "skin_fixture.h"
+#include "skin_window_fixture.h"
 
 namespace {
 
@@ -30,6 +31,37 @@ TEST_F(LinuxSkin, LeavesNoDrawingObjectsBehind) {
     for (int i = 0; i < 10; ++i) {
         draw();
     }
+    EXPECT_EQ(kawin::CountGdiObjects(), before);
+}
+
+class LinuxSkinWindow : public test::SkinWindowTest {};
+
+TEST_F(LinuxSkinWindow, LeavesNoDrawingObjectsBehind) {
+    const auto wear = [&] {
+        CSkinStubWnd stub(CSkinStubWnd::SkinFrame | CSkinStubWnd::SkinBackground);
+        ASSERT_TRUE(stub.SetSkinInfo(test::SkinOfWindows()));
+        Make(WS_OVERLAPPEDWINDOW, CSize(200, 150));
+        CreateWindowExW(0, _T("Static"), _T(""), WS_CHILD | WS_VISIBLE, 9, 9, 30, 30, window_, nullptr, nullptr, nullptr);
+        ASSERT_TRUE(stub.Apply(Wnd()));
+        Show();
+        Resize(CSize(180, 170));
+        const desktop_test::Picture picture(200, 200, 0);
+        SendMessageW(window_, WM_PRINT, reinterpret_cast<WPARAM>(picture.Context()), PRF_NONCLIENT | PRF_CLIENT | PRF_CHILDREN);
+        CTransparentBitmap bitmap;
+        EXPECT_TRUE(bitmap.LoadBitmapScaled(test::POSITIONS, nullptr));
+        EXPECT_TRUE(bitmap.LoadIcon(110));
+        EXPECT_TRUE(bitmap.LoadIcon(111));
+        CDC dc;
+        dc.Attach(picture.Context());
+        bitmap.DrawTransparent(&dc, 0, 0, RGB(1, 2, 3), TRUE, TRUE);
+        dc.Detach();
+        DestroyWindow(window_);
+        CDC::DeleteTempMap();
+        CGdiObject::DeleteTempMap();
+    };
+    wear();
+    const std::size_t before = kawin::CountGdiObjects();
+    wear();
     EXPECT_EQ(kawin::CountGdiObjects(), before);
 }
 
