@@ -1,6 +1,7 @@
 // What a TIFF file tells of itself, read with libtiff.
 
 #include <kadata/image_info.h>
+#include <kadata/utils.h>
 #include <tiffio.h>
 
 #include <atomic>
@@ -98,16 +99,6 @@ Tiff Open(PictureFile& file) {
                                   PictureFile::Close, PictureFile::Size, nullptr, nullptr, options.get()));
 }
 
-CString Decoded(std::string_view bytes) {
-    const int length = static_cast<int>(bytes.size());
-    std::basic_string<TCHAR> text(bytes.size(), 0);  // no code page makes more units than bytes
-    int units = length == 0 ? 0 : MultiByteToWideChar(CP_UTF8, MB_ERR_INVALID_CHARS, bytes.data(), length, text.data(), length);
-    if (units == 0 && length != 0) {
-        units = MultiByteToWideChar(CP_ACP, 0, bytes.data(), length, text.data(), length);
-    }
-    return CString(text.data(), units);
-}
-
 // The first line that holds anything; empty when the file has no such tag.
 std::string_view FirstLine(const Tiff& tiff, uint32_t tag) {
     const char* value = nullptr;
@@ -168,8 +159,8 @@ CImageInfo CQuintarTIFF::ReadStandardTags(const CString& path) {
     CImageInfo image;
     image.SetFilePath(path);
     const std::string_view name = FirstLine(tiff, TIFFTAG_IMAGEDESCRIPTION);
-    image.SetImageName(name.empty() ? kadata::ImageNameOf(path) : Decoded(name));
-    image.SetTooth(Decoded(FirstLine(tiff, TIFFTAG_PAGENAME)));
+    image.SetImageName(name.empty() ? kadata::ImageNameOf(path) : CKalidoUtils::MB2WC(name));
+    image.SetTooth(CKalidoUtils::MB2WC(FirstLine(tiff, TIFFTAG_PAGENAME)));
     image.SetImageType(TypeOf(FirstLine(tiff, TIFFTAG_DOCUMENTNAME)));
     image.SetTakeDateTime(ParsedDateTime(FirstLine(tiff, TIFFTAG_DATETIME)).value_or(CTime()));
     return image;

@@ -155,6 +155,7 @@ private:
     std::basic_string_view<TCHAR> BuildLineHeader(BOOL continuation);
     bool RefreshTimeText();
     static std::ptrdiff_t FindNextCRLF(std::basic_string_view<TCHAR> text);
+    void PrintText(std::basic_string_view<TCHAR> text);
     void BuildRecord(std::basic_string_view<TCHAR> text);
     void WriteRecord();
 
@@ -218,6 +219,10 @@ private:
         }
     }
     static void PrintArgs(const CLogStatus& category, LPCTSTR format, const afx::FormatArg* args, std::size_t count);
+    friend class CTarvoException;
+    // Whether the category is enabled has been asked.
+    static void PrintText(const CLogStatus& category, std::basic_string_view<TCHAR> text);
+    static void WriteMessage(std::basic_string_view<TCHAR> message);
 
     static void InitLogFile();
     static void Destroy();
