@@ -40,14 +40,14 @@ test-sanitize: setup
 
 test-windows:
 	@scripts/setup build windows dist
-	@scripts/fetch-source tiff
+	@scripts/fetch-source tiff lua5.1 minizip
 	@scripts/build linux
 	@scripts/build windows
 	@scripts/test-windows
 
 dist:
 	@scripts/setup build windows dist
-	@scripts/fetch-source tiff
+	@scripts/fetch-source tiff lua5.1 minizip
 	@scripts/dist
 
 bench:

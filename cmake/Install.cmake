@@ -8,7 +8,9 @@ install(DIRECTORY include/kadata DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONE
 install(FILES platform/kadata_export.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/kadata/platform COMPONENT development)
 set(platform_headers platform/afx)
 if(WIN32)
-    install(FILES ${KADATA_RUNTIME_DLLS} TYPE BIN COMPONENT runtime)
+    install(FILES ${KADATA_RUNTIME_DLLS} $<TARGET_FILE:lua_runtime> TYPE BIN COMPONENT runtime)
+    install(FILES ${KADATA_LUA_SOURCE}/COPYRIGHT DESTINATION ${CMAKE_INSTALL_DOCDIR} RENAME lua5.1-copyright.txt
+            COMPONENT runtime)
 else()
     list(APPEND platform_headers platform/win32)
 endif()

@@ -20,8 +20,9 @@ set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME libkadata${PROJECT_VERSION_MAJOR})
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SECTION libs)
-# Two libraries are loaded at their first use, so they are not seen in the library.
-set(CPACK_DEBIAN_RUNTIME_PACKAGE_DEPENDS "libtiff6 (>= 4.5), libsdl2-2.0-0 (>= 2.26), fonts-liberation")
+# Three libraries are loaded at their first use, so they are not seen in the library.
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_DEPENDS "libtiff6 (>= 4.5), libdw1 (>= 0.188), libsdl2-2.0-0 (>= 2.26), fonts-liberation")
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_RECOMMENDS liblua5.1-0)  # only scripts are missing without it
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libkadata-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SHLIBDEPS OFF)

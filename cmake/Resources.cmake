@@ -6,7 +6,7 @@ find_program(KADATA_MODULE_LINKER x86_64-w64-mingw32-ld REQUIRED)
 # kadata_resources(target script.rc [file...]): in the program, or beside it. Names in the script are relative to the script; the files
 # are those that it reads.
 function(kadata_resources target script)
-    set(source ${CMAKE_CURRENT_SOURCE_DIR}/${script})
+    cmake_path(ABSOLUTE_PATH script BASE_DIRECTORY ${CMAKE_CURRENT_SOURCE_DIR} OUTPUT_VARIABLE source)
     cmake_path(GET source PARENT_PATH folder)
     if(WIN32)
         set(compiled ${CMAKE_CURRENT_BINARY_DIR}/${target}.resources.o)

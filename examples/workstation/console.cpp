@@ -1,24 +1,13 @@
 #include "console.h"
 
 #include <kadata/directory.h>
+#include <kadata/utils.h>
 
 #include <algorithm>
 #include <cstdio>
 #include <string>
 
 namespace {
-
-std::string Utf8(const CString& text) {
-    std::string bytes(static_cast<std::size_t>(text.GetLength()) * 3, '\0');
-    const int length =
-        WideCharToMultiByte(CP_UTF8, 0, text, text.GetLength(), bytes.data(), static_cast<int>(bytes.size()), nullptr, nullptr);
-    bytes.resize(static_cast<std::size_t>(length));
-    return bytes;
-}
-
-void PrintLine(const CString& text) {
-    std::printf("%s\n", Utf8(text).c_str());
-}
 
 // Left-aligned in `width` places; what is longer is cut and ends in "...".
 CString Column(const CString& text, int width) {
@@ -40,9 +29,13 @@ void OpenConsole() {
     SetConsoleOutputCP(CP_UTF8);
 }
 
+void PrintLine(const CString& text) {
+    std::printf("%s\n", CKalidoUtils::WC2MB(text).c_str());
+}
+
 void PrintError(const CString& text) {
     std::fflush(stdout);
-    std::fprintf(stderr, "workstation: %s\n", Utf8(text).c_str());
+    std::fprintf(stderr, "workstation: %s\n", CKalidoUtils::WC2MB(text).c_str());
 }
 
 void PrintFiles(const SImport& import) {
@@ -106,5 +99,11 @@ void PrintPictures(const CPatient& patient, const CImageInfoArray& pictures) {
         const CImageInfo& picture = *pictures[i];
         PrintLine(_T("  ") + Column(picture.GetImageName(), 20) + _T("  ") + Column(picture.GetRegion(), 4) +
                   Column(picture.GetImageTypeString(), 14) + Column(picture.GetTakeDateTimeString(), 12) + picture.GetFileName());
+    }
+}
+
+void PrintValues(const std::vector<SConfigValue>& values) {
+    for (const SConfigValue& value : values) {
+        PrintLine(value.path + _T(" = ") + value.value);
     }
 }

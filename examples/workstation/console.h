@@ -4,10 +4,13 @@
 
 #include <kadata/record_arrays.h>
 
+#include "configuration.h"
 #include "import.h"
 
 // Before the first line is printed.
 void OpenConsole();
+
+void PrintLine(const CString& text);
 
 // One line on the error output.
 void PrintError(const CString& text);
@@ -25,3 +28,6 @@ void PrintLastPatient(const CPatient& patient);
 
 // A line for each picture, or that there is none.
 void PrintPictures(const CPatient& patient, const CImageInfoArray& pictures);
+
+// A line for each value of the configuration.
+void PrintValues(const std::vector<SConfigValue>& values);

@@ -3,8 +3,10 @@
 #include <kadata/directory.h>
 #include <kadata/skin_manager.h>
 
+#include "box_sheet.h"
 #include "console.h"
 #include "main_window.h"
+#include "patient_card.h"
 #include "picture_file.h"
 #include "skin_sheet.h"
 
@@ -32,6 +34,15 @@ BOOL IsDesktopVisible() {
     USEROBJECTFLAGS flags = {};
     return !GetUserObjectInformationW(GetProcessWindowStation(), UOI_FLAGS, &flags, sizeof flags, nullptr) ||
            (flags.dwFlags & WSF_VISIBLE) != 0;
+}
+
+BOOL SavePatientCard(int percent, LANGID language, const CPatient& patient, const CString& path) {
+    CPatientCard card(MakeSkinInfo(percent), percent, language, patient);
+    if (!card.Make()) {
+        return FALSE;
+    }
+    card.SendMessage(WM_NCACTIVATE, TRUE);
+    return SaveWindowPicture(card, path);
 }
 
 class CApp : public CWinApp {
@@ -76,7 +87,11 @@ int WritePictures(const std::vector<SImported>& patients, const CString& data, c
             CString name;
             name.Format(_T("-%s-%d.png"), language == GERMAN ? _T("de") : _T("en"), percent);
             failed += !SaveMainWindow(percent, language, patients, data, CDirectory::Concat(folder, _T("window") + name));
+            failed +=
+                !SavePatientCard(percent, language, patients.front().patient, CDirectory::Concat(folder, _T("card") + name));
             failed += !SaveSkinSheet(percent, language, CDirectory::Concat(folder, _T("skin") + name));
+            failed += !SaveBoxSheet(percent, language, CDirectory::Concat(folder, _T("message-boxes") + name));
+            failed += !SaveBoxPicture(percent, language, CDirectory::Concat(folder, _T("message-box") + name));
         }
     }
     if (failed != 0) {

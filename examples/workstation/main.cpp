@@ -2,15 +2,19 @@
 // pictures of one of them: of the one who is asked for, else the last one, else the first who has any. The patient and the data
 // folder are remembered for the next time.
 //
-//     workstation [--all] [--check] [--patient NUMBER] [DATA_FOLDER [OUTPUT_FOLDER]]
+//     workstation [--all] [--check] [--patient NUMBER] [DATA_FOLDER | ARCHIVE.zip [OUTPUT_FOLDER]]
 //     workstation --window [DATA_FOLDER]
 //     workstation --pictures FOLDER [DATA_FOLDER]
+//     workstation --formula TEXT [X [Y [Z]]]
+//     workstation --config
 //
 // --all     lists every patient, not only those with remarks
 // --check   writes nothing: compares the files that an earlier run, or another system's, left in the output folder
 // --window  shows the patients in a skinned window; a screen of double density gets the double skin. The exit status is
 //           3 when there is no display that answers
-// --pictures writes PNG files of that window and of the skin, in both languages and sizes, without a screen
+// --pictures writes PNG files of that window, of the skin and of message boxes, in both languages and sizes, without a screen
+// --formula  prints the value of a formula, where X, Y and Z stand for v1, v2 and v3; nothing else is done
+// --config  prints the values of the configuration, which scripts in the folder LuaConfig beside the program may change
 
 #include <kadata/directory.h>
 #include <kadata/log.h>
@@ -19,11 +23,16 @@
 
 #include <cstdio>
 #include <exception>
+#include <optional>
+#include <vector>
 
+#include "configuration.h"
 #include "console.h"
 #include "desktop.h"
+#include "formula_line.h"
 #include "pictures.h"
 #include "store.h"
+#include "unpack.h"
 
 namespace {
 
@@ -32,9 +41,12 @@ struct SArguments {
     CString output = _T("build\\demo");
     CString patient;   // the practice's number; empty: whoever is found
     CString pictures;  // the folder to write pictures to; empty: none are wanted
+    std::optional<CString> formula;
+    std::vector<CString> values;  // of the formula's variables
     bool all = false;
     bool check = false;
     bool window = false;
+    bool config = false;
 };
 
 // Not those of main(): they cannot hold every character on every system.
@@ -51,10 +63,16 @@ SArguments ReadArguments() {
             arguments.check = true;
         } else if (text == _T("--window")) {
             arguments.window = true;
+        } else if (text == _T("--config")) {
+            arguments.config = true;
         } else if (text == _T("--patient") && i + 1 < count) {
             arguments.patient = texts[++i];
         } else if (text == _T("--pictures") && i + 1 < count) {
             arguments.pictures = texts[++i];
+        } else if (text == _T("--formula") && i + 1 < count) {
+            arguments.formula = texts[++i];
+        } else if (arguments.formula) {
+            arguments.values.push_back(text);
         } else {
             (place++ == 0 ? arguments.data : arguments.output) = text;
         }
@@ -63,9 +81,17 @@ SArguments ReadArguments() {
     return arguments;
 }
 
-CString DataFolder(const CKalidoRegistry& settings, const CString& asked) {
-    if (!asked.IsEmpty()) {
-        return asked;
+// An archive is unpacked into the output folder, unless an earlier run has done that.
+CString DataFolder(const CKalidoRegistry& settings, const SArguments& arguments) {
+    if (CDirectory::HasFileExtension(arguments.data, _T(".zip")) != 0) {
+        const CString unpacked = CDirectory::Concat(arguments.output, _T("unpacked"));
+        if (!arguments.check) {
+            UnpackArchive(arguments.data, unpacked);
+        }
+        return unpacked;
+    }
+    if (!arguments.data.IsEmpty()) {
+        return arguments.data;
     }
     const CString remembered = CString(settings.GetDataPath(TRUE)).TrimRight(_T('\\'));
     return CDirectory::Exist(remembered) != 0 ? remembered : CString(_T("examples\\workstation\\data"));
@@ -105,8 +131,14 @@ void ShowPictures(CKalidoRegistry& settings, const SImport& import, const CStrin
 }
 
 int Run(const SArguments& arguments) {
+    if (arguments.formula) {
+        return EvaluateFormula(*arguments.formula, arguments.values);
+    }
+    if (arguments.config) {
+        return PrintConfiguration();
+    }
     CKalidoRegistry settings(_T("Workstation"));
-    const CString data = DataFolder(settings, arguments.data);
+    const CString data = DataFolder(settings, arguments);
     const SImport import = ImportFolder(data);
     if (import.patients.empty()) {
         PrintError(_T("no patient could be read from \"") + data + _T("\""));

@@ -2,26 +2,6 @@
 
 namespace {
 
-void LayOutFrame(SMainLayout& layout, const SkinInfo& skin) {
-    const int frame = static_cast<int>(skin.nFrameWidth);
-    const int width = static_cast<int>(skin.nCaptionButtonWidth);
-    const int height = static_cast<int>(skin.nCaptionButtonHeight);
-    const int caption = static_cast<int>(skin.nCaptionHeight);
-    layout.inner = layout.window;
-    layout.inner.DeflateRect(frame, caption, frame, frame);
-    layout.content = layout.inner;
-    layout.content.DeflateRect(layout.line, layout.line);
-
-    int right = layout.inner.right - layout.line;
-    const int top = (caption + 2 * layout.line - height) / 2;  // below the stripe
-    for (const EItem box : {ITEM_CLOSE_BOX, ITEM_MAXIMIZE_BOX, ITEM_MINIMIZE_BOX}) {
-        layout.items[box] = CRect(right - width, top, right, top + height);
-        right -= width + static_cast<int>(skin.nCaptionButtonGap);
-    }
-    // As far from the left as the boxes are from the right, so that the title stands in the middle of the window.
-    layout.title = CRect(layout.window.right - right, 2 * layout.line, right, caption);
-}
-
 void LayOutBars(SMainLayout& layout, const SkinInfo& skin, int percent) {
     layout.toolBar = layout.content;
     layout.toolBar.bottom = layout.toolBar.top + static_cast<int>(skin.nToolBarHeight);
@@ -44,7 +24,7 @@ void LayOutContent(SMainLayout& layout, const SkinInfo& skin, int percent) {
     CRect area(layout.content.left, layout.toolBar.bottom, layout.content.right, layout.statusBar.top);
     area.DeflateRect(margin, margin);
     int right = area.right;
-    for (const EItem button : {ITEM_CLOSE, ITEM_PICTURES}) {
+    for (const EItem button : {ITEM_CLOSE, ITEM_PICTURES, ITEM_SAVE}) {
         layout.items[button] = CRect(right - width, area.bottom - static_cast<int>(skin.nButtonHeight), right, area.bottom);
         right -= width + static_cast<int>(skin.nButtonGap);
     }
@@ -61,10 +41,9 @@ void LayOutContent(SMainLayout& layout, const SkinInfo& skin, int percent) {
 
 SMainLayout LayOut(const SkinInfo& skin, int percent, CSize size) {
     SMainLayout layout;
-    layout.window = CRect(CPoint(), size);
+    layout.content = CRect(CPoint(), size);
     layout.line = percent / 100;
     layout.text = 8 * percent / 100;
-    LayOutFrame(layout, skin);
     LayOutBars(layout, skin, percent);
     LayOutContent(layout, skin, percent);
     return layout;
@@ -81,19 +60,4 @@ EItem SMainLayout::ItemAt(CPoint point) const {
 
 int SMainLayout::RowAt(CPoint point) const {
     return rows.PtInRect(point) && rowHeight > 0 ? (point.y - rows.top) / rowHeight : -1;
-}
-
-UINT SMainLayout::FramePart(CPoint point) const {
-    // By row (above, within, below) and column; corners reach as far as the caption is high.
-    static constexpr UINT PARTS[3][3] = {
-        {HTTOPLEFT, HTTOP, HTTOPRIGHT}, {HTLEFT, HTCLIENT, HTRIGHT}, {HTBOTTOMLEFT, HTBOTTOM, HTBOTTOMRIGHT}};
-    CRect grip = window;
-    const int frame = inner.left - window.left;
-    grip.DeflateRect(frame, frame);
-    if (!grip.PtInRect(point)) {
-        const int corner = inner.top - window.top;
-        const auto third = [corner](int at, int begin, int end) { return at < begin + corner ? 0 : at < end - corner ? 1 : 2; };
-        return PARTS[third(point.y, window.top, window.bottom)][third(point.x, window.left, window.right)];
-    }
-    return point.y < inner.top && ItemAt(point) == ITEM_NONE ? HTCAPTION : HTCLIENT;
 }

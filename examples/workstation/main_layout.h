@@ -1,6 +1,6 @@
 #pragma once
 
-// Where everything is in the main window, and what lies under the pointer. Pixels, from the window's top left corner.
+// Where everything is in the main window's client area, and what lies under the pointer. Pixels.
 
 #include <atltypes.h>
 #include <kadata/skin_info.h>
@@ -10,23 +10,18 @@
 
 enum EItem {
     ITEM_NONE = -1,
-    ITEM_CLOSE_BOX,
-    ITEM_MAXIMIZE_BOX,
-    ITEM_MINIMIZE_BOX,
     ITEM_FIRST,
     ITEM_PREVIOUS,
     ITEM_NEXT,
     ITEM_LAST,
+    ITEM_SAVE,
     ITEM_PICTURES,
     ITEM_CLOSE,
     ITEMS,
 };
 
 struct SMainLayout {
-    CRect window;
-    CRect inner;    // inside of the frame, below the caption
-    CRect content;  // what the inner frame surrounds
-    CRect title;
+    CRect content;
     CRect toolBar;
     CRect list;    // with its line around it
     CRect header;  // the list's uppermost row
@@ -42,8 +37,6 @@ struct SMainLayout {
     // Counted from the first one shown; -1 for none.
     int RowAt(CPoint point) const;
     int RowsShown() const { return rowHeight > 0 ? rows.Height() / rowHeight : 0; }
-    // HTCAPTION and the like; HTCLIENT over items and content.
-    UINT FramePart(CPoint point) const;
 };
 
 SMainLayout LayOut(const SkinInfo& skin, int percent, CSize size);

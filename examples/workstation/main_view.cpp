@@ -15,7 +15,7 @@ struct SButton {
 };
 constexpr SButton TOOLS[] = {
     {ITEM_FIRST, IDS_FIRST}, {ITEM_PREVIOUS, IDS_PREVIOUS}, {ITEM_NEXT, IDS_NEXT}, {ITEM_LAST, IDS_LAST}};
-constexpr SButton BUTTONS[] = {{ITEM_PICTURES, IDS_PICTURES}, {ITEM_CLOSE, IDS_CLOSE}};
+constexpr SButton BUTTONS[] = {{ITEM_SAVE, IDS_SAVE_PATIENT}, {ITEM_PICTURES, IDS_PICTURES}, {ITEM_CLOSE, IDS_CLOSE}};
 
 }  // namespace
 
@@ -33,6 +33,7 @@ bool CMainView::IsEnabled(EItem item, const SMainState& state) const {
         case ITEM_NEXT:
         case ITEM_LAST:
             return state.selected + 1 < Rows();
+        case ITEM_SAVE:
         case ITEM_PICTURES:
             return Rows() > 0;
         default:
@@ -41,7 +42,7 @@ bool CMainView::IsEnabled(EItem item, const SMainState& state) const {
 }
 
 CSkin::ESkinBitmapType CMainView::StateOf(EItem item, const SMainState& state) const {
-    const bool isDefault = item == ITEM_PICTURES || item == ITEM_CLOSE_BOX;
+    const bool isDefault = item == ITEM_PICTURES;
     int type = CSkin::SkinNormal;
     if (!IsEnabled(item, state)) {
         type = CSkin::SkinDisabled;
@@ -56,40 +57,10 @@ CSkin::ESkinBitmapType CMainView::StateOf(EItem item, const SMainState& state) c
 void CMainView::Draw(CDC& dc, Gdiplus::Graphics& graphics, const SMainState& state) {
     const STarget target{dc, graphics, state};
     dc.SetBkMode(TRANSPARENT);
-    dc.FillSolidRect(m_layout.window, BAND_COLOR);  // filters may leave the rim of a stretched piece half transparent
-    DrawFrame(target);
-    DrawBoxes(target);
     DrawBars(target);
     DrawButtons(target);
     graphics.Flush(Gdiplus::FlushIntentionSync);
     DrawList(target);
-}
-
-void CMainView::DrawFrame(const STarget& target) {
-    const auto type = target.state.active ? CSkin::SkinActive : CSkin::SkinInactive;
-    CSkin& window = m_surfaces.window;
-    window.DrawWindowBitmap(&target.graphics, type, m_layout.window, m_layout.inner, m_layout.content);
-    window.DrawWindowBackgroundBitmap(&target.graphics, m_layout.content);
-    window.SetCaptionTextColors(target.state.active ? TEXT_COLOR : QUIET_TEXT_COLOR, QUIET_TEXT_COLOR, QUIET_TEXT_COLOR,
-                                HIGHLIGHT_COLOR);
-    window.DrawWindowCaption(&target.graphics, CSkin::SkinNormal, m_layout.title, Text(IDS_TITLE), &m_boldFont, &target.dc);
-}
-
-void CMainView::DrawBoxes(const STarget& target) {
-    const std::pair<EItem, CSkin&> boxes[] = {
-        {ITEM_CLOSE_BOX, m_surfaces.closeBox},
-        {ITEM_MAXIMIZE_BOX, target.state.maximized ? m_surfaces.restoreBox : m_surfaces.maximizeBox},
-        {ITEM_MINIMIZE_BOX, m_surfaces.minimizeBox}};
-    for (const auto& [item, box] : boxes) {
-        const CRect& rect = m_layout.items[item];
-        CSkin::ESkinBitmapType type = StateOf(item, target.state);
-        if (target.state.hot == item) {  // else the caption shows through
-            box.DrawButtonBitmap(&target.graphics, type, rect);
-        } else if (!target.state.active) {
-            type = CSkin::SkinDisabled;
-        }
-        box.DrawButtonCaption(&target.graphics, type, rect, CString(), &m_font, nullptr);
-    }
 }
 
 void CMainView::DrawBars(const STarget& target) {

@@ -1,6 +1,6 @@
 #pragma once
 
-// What the main window shows: a list of patients in a skinned frame. It draws, and knows nothing of windows.
+// What the main window shows upon its background: a list of patients. It draws, and knows nothing of windows.
 
 #include <afxwin.h>
 #include <gdiplus.h>
@@ -20,8 +20,6 @@ struct SPatientRow {
 
 // What changes while the window is used.
 struct SMainState {
-    bool active = false;
-    bool maximized = false;
     EItem hot = ITEM_NONE;
     EItem pressed = ITEM_NONE;
     int selected = 0;  // of all rows
@@ -38,12 +36,14 @@ public:
     void SetSize(CSize size) { m_layout = LayOut(m_skin, m_percent, size); }
     const SMainLayout& Layout() const { return m_layout; }
     int Rows() const { return static_cast<int>(m_rows.size()); }
+    const SkinInfo& Skin() const { return m_skin; }
+    CFont& BoldFont() { return m_boldFont; }
     const SPatientRow& Row(int index) const { return m_rows[static_cast<std::size_t>(index)]; }
     CString Text(UINT id) const { return LoadText(id, m_language); }
     int Pixels(int length) const { return length * m_percent / 100; }
 
     bool IsEnabled(EItem item, const SMainState& state) const;
-    // Both have to draw into the same picture.
+    // Both have to draw into the same picture, which shows the background already.
     void Draw(CDC& dc, Gdiplus::Graphics& graphics, const SMainState& state);
 
 private:
@@ -54,8 +54,6 @@ private:
     };
 
     CSkin::ESkinBitmapType StateOf(EItem item, const SMainState& state) const;
-    void DrawFrame(const STarget& target);
-    void DrawBoxes(const STarget& target);
     void DrawBars(const STarget& target);
     void DrawButtons(const STarget& target);
     void DrawList(const STarget& target);

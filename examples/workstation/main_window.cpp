@@ -1,9 +1,14 @@
 #include "main_window.h"
 
+#include <kadata/directory.h>
+#include <kadata/tarvo_exception.h>
+
 #include <algorithm>
 
+#include "patient_card.h"
 #include "picture_file.h"
 #include "pictures.h"
+#include "save_patient.h"
 #include "skin/skin_ids.h"
 
 namespace {
@@ -26,25 +31,25 @@ std::vector<SPatientRow> RowsOf(const std::vector<SImported>& patients) {
 
 BEGIN_MESSAGE_MAP(CMainWindow, CWnd)
 ON_WM_PAINT()
-ON_WM_ERASEBKGND()
 ON_MESSAGE(WM_PRINTCLIENT, OnPrintClient)
-ON_WM_NCCALCSIZE()
-ON_WM_NCPAINT()
-ON_WM_NCACTIVATE()
-ON_WM_NCHITTEST()
 ON_WM_GETMINMAXINFO()
 ON_WM_SIZE()
 ON_WM_MOUSEMOVE()
 ON_WM_MOUSELEAVE()
 ON_WM_LBUTTONDOWN()
 ON_WM_LBUTTONUP()
+ON_WM_LBUTTONDBLCLK()
 ON_WM_MOUSEWHEEL()
 ON_WM_KEYDOWN()
 END_MESSAGE_MAP()
 
 CMainWindow::CMainWindow(const SkinInfo& skin, int percent, LANGID language, const std::vector<SImported>& patients,
                          const CString& data)
-    : m_data(data), m_view(skin, percent, language, RowsOf(patients)) {
+    : m_data(data),
+      m_percent(percent),
+      m_language(language),
+      m_view(skin, percent, language, RowsOf(patients)),
+      m_skin(CSkinStubWnd::SkinFrame | CSkinStubWnd::SkinBackground) {
     for (const SImported& imported : patients) {
         m_patients.push_back(imported.patient);
     }
@@ -53,9 +58,15 @@ CMainWindow::CMainWindow(const SkinInfo& skin, int percent, LANGID language, con
 
 BOOL CMainWindow::Create() {
     const CRect rect(CPoint(), CSize(m_view.Pixels(WIDTH), m_view.Pixels(HEIGHT)));
-    const LPCTSTR look = AfxRegisterWndClass(CS_HREDRAW | CS_VREDRAW, LoadCursorW(nullptr, IDC_ARROW));
-    return m_view.Load() && CreateEx(0, look, m_view.Text(IDS_TITLE),
-                                     WS_POPUP | WS_SYSMENU | WS_MINIMIZEBOX | WS_MAXIMIZEBOX | WS_THICKFRAME, rect, nullptr, 0);
+    const LPCTSTR look = AfxRegisterWndClass(CS_DBLCLKS, LoadCursorW(nullptr, IDC_ARROW));
+    m_skin.SetSkinInfo(m_view.Skin());
+    m_skin.SetCaptionLook(&m_view.BoldFont(), TEXT_COLOR, QUIET_TEXT_COLOR);
+    if (!m_view.Load() || !CreateEx(0, look, m_view.Text(IDS_TITLE), WS_OVERLAPPEDWINDOW, rect, nullptr, 0) ||
+        !m_skin.Apply(this)) {
+        return FALSE;
+    }
+    m_view.SetSize(CSkinClientRect(this).Size());  // an overlapped window hears of its size when it is shown
+    return TRUE;
 }
 
 void CMainWindow::OnPaint() {
@@ -63,57 +74,31 @@ void CMainWindow::OnPaint() {
     DrawOn(dc);
 }
 
-BOOL CMainWindow::OnEraseBkgnd(CDC*) {
-    return TRUE;  // all of it is painted
-}
-
 LRESULT CMainWindow::OnPrintClient(WPARAM dc, LPARAM) {
     DrawOn(*CDC::FromHandle(reinterpret_cast<HDC>(dc)));
     return 0;
 }
 
-// Off screen, and copied at once.
+// Off screen, upon the skin's background, and copied at once.
 void CMainWindow::DrawOn(CDC& dc) {
-    const CSize size = m_view.Layout().window.Size();
+    const CSize size = m_view.Layout().content.Size();
     if (size.cx <= 0 || size.cy <= 0) {
         return;
     }
     CPicture picture(&dc, size.cx, size.cy);
+    SendMessage(WM_ERASEBKGND, reinterpret_cast<WPARAM>(picture.Context().GetSafeHdc()));
     m_view.Draw(picture.Context(), picture.Graphics(), m_state);
     dc.BitBlt(0, 0, size.cx, size.cy, &picture.Context(), 0, 0, SRCCOPY);
 }
 
-void CMainWindow::OnNcCalcSize(BOOL, NCCALCSIZE_PARAMS*) {}
-
-void CMainWindow::OnNcPaint() {}
-
-BOOL CMainWindow::OnNcActivate(BOOL active) {
-    m_state.active = active != FALSE;
-    Invalidate(FALSE);
-    return TRUE;
-}
-
-LRESULT CMainWindow::OnNcHitTest(CPoint screen) {
-    ScreenToClient(&screen);
-    const UINT part = m_view.Layout().FramePart(screen);
-    const bool sizing = part != HTCAPTION && part != HTCLIENT;
-    return sizing && IsZoomed() ? HTCLIENT : static_cast<LRESULT>(part);
-}
-
-// Maximised it leaves the task bar alone.
 void CMainWindow::OnGetMinMaxInfo(MINMAXINFO* info) {
-    MONITORINFO monitor = {};
-    monitor.cbSize = sizeof(monitor);
-    if (GetMonitorInfoW(MonitorFromWindow(*this, MONITOR_DEFAULTTONEAREST), &monitor)) {
-        const CRect work(monitor.rcWork);
-        info->ptMaxPosition = CPoint(work.left - monitor.rcMonitor.left, work.top - monitor.rcMonitor.top);
-        info->ptMaxSize = CPoint(work.Size());
-    }
     info->ptMinTrackSize = CPoint(m_view.Pixels(LEAST_WIDTH), m_view.Pixels(LEAST_HEIGHT));
 }
 
 void CMainWindow::OnSize(UINT type, int width, int height) {
-    m_state.maximized = type == SIZE_MAXIMIZED;
+    if (type == SIZE_MINIMIZED) {
+        return;
+    }
     m_view.SetSize(CSize(width, height));
     Select(m_state.selected);
 }
@@ -160,6 +145,14 @@ void CMainWindow::OnLButtonUp(UINT, CPoint point) {
     }
 }
 
+void CMainWindow::OnLButtonDblClk(UINT keys, CPoint point) {
+    if (m_view.Layout().RowAt(point) < 0) {
+        OnLButtonDown(keys, point);
+    } else {
+        ShowCard();
+    }
+}
+
 BOOL CMainWindow::OnMouseWheel(UINT, short delta, CPoint) {
     Select(m_state.selected + (delta > 0 ? -1 : 1));
     return TRUE;
@@ -171,6 +164,11 @@ void CMainWindow::OnKeyDown(UINT key, UINT, UINT) {
         EItem item;
     } keys[] = {
         {VK_HOME, ITEM_FIRST}, {VK_UP, ITEM_PREVIOUS}, {VK_DOWN, ITEM_NEXT}, {VK_END, ITEM_LAST}, {VK_RETURN, ITEM_PICTURES}};
+    if (key == VK_SPACE) {
+        ShowCard();
+    } else if (key == 'S' && GetKeyState(VK_CONTROL) < 0 && m_view.IsEnabled(ITEM_SAVE, m_state)) {
+        Save();
+    }
     for (const auto& row : keys) {
         if (row.key == key && m_view.IsEnabled(row.item, m_state)) {
             Act(row.item);
@@ -188,15 +186,11 @@ void CMainWindow::Select(int row) {
 
 void CMainWindow::Act(EItem item) {
     switch (item) {
-        case ITEM_CLOSE_BOX:
         case ITEM_CLOSE:
             PostMessage(WM_CLOSE);
             break;
-        case ITEM_MAXIMIZE_BOX:
-            PostMessage(WM_SYSCOMMAND, IsZoomed() ? SC_RESTORE : SC_MAXIMIZE);
-            break;
-        case ITEM_MINIMIZE_BOX:
-            PostMessage(WM_SYSCOMMAND, SC_MINIMIZE);
+        case ITEM_SAVE:
+            Save();
             break;
         case ITEM_PICTURES:
             ShowPictureCount();
@@ -216,4 +210,23 @@ void CMainWindow::ShowPictureCount() {
     m_state.status.Format(m_view.Text(IDS_PICTURES_FOUND), static_cast<LPCTSTR>(patient.GetName()),
                           static_cast<int>(pictures.GetSize()));
     Invalidate(FALSE);
+}
+
+// What is wrong is in the log by then; the user is asked whether to be told more.
+void CMainWindow::Save() {
+    const CPatient& patient = m_patients[static_cast<std::size_t>(m_state.selected)];
+    try {
+        SavePatient(patient, CDirectory::Concat(CDirectory::GetExePath(), _T("CASES")));
+        m_state.status.Format(m_view.Text(IDS_PATIENT_SAVED), static_cast<LPCTSTR>(patient.GetName()));
+        Invalidate(FALSE);
+    } catch (CTarvoException* error) {
+        error->Display();
+        error->Delete();
+    }
+}
+
+void CMainWindow::ShowCard() {
+    if (m_view.Rows() > 0) {
+        CPatientCard(m_view.Skin(), m_percent, m_language, m_patients[static_cast<std::size_t>(m_state.selected)]).DoModal();
+    }
 }

@@ -1,8 +1,9 @@
 #pragma once
 
-// The demo's main window. It draws its frame itself: all of the window is client area.
+// The demo's main window. Frame and background are the skin's.
 
 #include <kadata/patient.h>
+#include <kadata/skin_window.h>
 
 #include "import.h"
 #include "main_view.h"
@@ -17,18 +18,14 @@ public:
 
 protected:
     afx_msg void OnPaint();
-    afx_msg BOOL OnEraseBkgnd(CDC* dc);
     afx_msg LRESULT OnPrintClient(WPARAM dc, LPARAM flags);
-    afx_msg void OnNcCalcSize(BOOL valid, NCCALCSIZE_PARAMS* rects);
-    afx_msg void OnNcPaint();
-    afx_msg BOOL OnNcActivate(BOOL active);
-    afx_msg LRESULT OnNcHitTest(CPoint screen);
     afx_msg void OnGetMinMaxInfo(MINMAXINFO* info);
     afx_msg void OnSize(UINT type, int width, int height);
     afx_msg void OnMouseMove(UINT keys, CPoint point);
     afx_msg void OnMouseLeave();
     afx_msg void OnLButtonDown(UINT keys, CPoint point);
     afx_msg void OnLButtonUp(UINT keys, CPoint point);
+    afx_msg void OnLButtonDblClk(UINT keys, CPoint point);
     afx_msg BOOL OnMouseWheel(UINT keys, short delta, CPoint screen);
     afx_msg void OnKeyDown(UINT key, UINT repeat, UINT flags);
     DECLARE_MESSAGE_MAP()
@@ -39,9 +36,14 @@ private:
     void Select(int row);
     void Act(EItem item);
     void ShowPictureCount();
+    void Save();
+    void ShowCard();
 
     CString m_data;
     std::vector<CPatient> m_patients;
+    int m_percent;
+    LANGID m_language;
     CMainView m_view;
     SMainState m_state;
+    CSkinStubWnd m_skin;
 };

@@ -1,7 +1,8 @@
 // display_host PICTURE: a window on a display that says on its output what happens to it, for scripts/test-display. The key P
-// saves its picture as a bitmap file, D opens a second window that belongs to it, and closing ends the program.
+// saves its picture as a bitmap file, D opens a second window that belongs to it, M a message box, V tells what the clipboard
+// holds, and closing ends the program.
 
-#include <windows.h>
+#include <kadata/skin_message_box.h>
 
 #include <cstdio>
 #include <fstream>
@@ -78,12 +79,44 @@ void OpenOwned(HWND window) {
                     rect.left + 60, rect.top + 80, 200, 120, window, nullptr, nullptr, nullptr);
 }
 
+// Says where its button Yes is.
+class Box : public CSkinMessageBox {
+public:
+    using CSkinMessageBox::CSkinMessageBox;
+
+    BOOL OnInitDialog() override {
+        const BOOL result = CSkinMessageBox::OnInitDialog();
+        CRect yes;
+        GetDlgItem(IDYES)->GetWindowRect(yes);
+        Say("box-open", yes.CenterPoint().x, yes.CenterPoint().y);
+        return result;
+    }
+};
+
+void OpenBox(HWND window) {
+    Box box(CWnd::FromHandle(window), u"Is this above?", u"Box", MB_YESNOCANCEL | MB_ICONQUESTION);
+    Say("box", static_cast<long>(box.DoModal()));
+}
+
+void TellClipboard(HWND window) {
+    if (OpenClipboard(window)) {
+        const HANDLE data = GetClipboardData(CF_UNICODETEXT);
+        Say("clipboard", data != nullptr ? static_cast<long>(lstrlenW(static_cast<LPCWSTR>(GlobalLock(data)))) : -1);
+        GlobalUnlock(data);
+        CloseClipboard();
+    }
+}
+
 void Typed(HWND window, WPARAM character) {
     Say("char", static_cast<long>(character));
     if (character == 'p') {
         Save(window);
     } else if (character == 'd') {
         OpenOwned(window);
+    } else if (character == 'm') {
+        OpenBox(window);
+    } else if (character == 'v') {
+        TellClipboard(window);
     }
 }
 
@@ -108,6 +141,9 @@ LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wparam, LPARAM lpar
         case WM_ACTIVATE:
             Say(owned ? "owned-active" : "active", LOWORD(wparam) != WA_INACTIVE);
             break;
+        case WM_ENABLE:
+            Say("enabled", wparam != FALSE);
+            return 0;
         case WM_EXITSIZEMOVE: {
             RECT rect = {};
             GetWindowRect(window, &rect);

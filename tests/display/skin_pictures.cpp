@@ -14,7 +14,7 @@
 namespace {
 
 constexpr int kWidth = 1000;
-constexpr int kHeight = 900;
+constexpr int kHeight = 1500;
 constexpr int kGap = 4;
 
 // Puts pieces beside each other, and into a new row where there is no more room.

@@ -19,6 +19,9 @@
 #define IDB_STATUS_BAR_PANE 1012
 #define IDB_WINDOW_BACKGROUND 1100
 
+// A picture, in both sizes.
+#define IDB_TEETH 1101
+
 // Captions of the message box.
 #define IDS_OK 3001
 #define IDS_CANCEL 3002
@@ -52,5 +55,27 @@
 #define IDS_PATIENTS 3112
 #define IDS_PICTURES_FOUND 3113
 #define IDS_READY 3114
+#define IDS_SAVE_PATIENT 3115
+#define IDS_PATIENT_SAVED 3116
+#define IDS_NO_BIRTHDAY 3117
+#define IDS_NOT_SAVED 3118
+
+// Messages.
+#define IDS_BOX_TITLE 3201
+#define IDS_BOX_DONE 3202
+#define IDS_BOX_DELETE 3203
+#define IDS_BOX_LOST 3204
+#define IDS_BOX_SAVE 3205
+#define IDS_BOX_MILLING 3206
+#define IDS_BOX_BIRTHDAY 3207
+#define IDS_BOX_LONG 3208
+
+// Of the patient card.
+#define IDS_CARD 3151
+#define IDS_CLICK_TOOTH 3152
+#define IDS_TOOTH 3153
+#define IDS_NO_TOOTH 3154
+
+#define IDD_CARD 200
 
 #endif
