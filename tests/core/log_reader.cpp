@@ -84,7 +84,7 @@ Text OwnLogFolder() {
 std::string LoggedBy(const TCHAR* child) {
     const CString folder = OwnLogFolder().c_str();
     CDirectory::Remove(folder);
-    EXPECT_EQ(ChildProcess({child}).Wait(60000), 0U);
+    EXPECT_EQ(ChildProcess({child}).Wait(300000), 0U);
     if (!CDirectory::FileExist(folder, _T("TARVO000.log")))
         return "";
     std::string all;

@@ -24,8 +24,8 @@ std::vector<std::string> ReadLogLines(const Text& path);
 // The folder of the log front end, beside the executable. It is emptied by LoggedBy.
 Text OwnLogFolder();
 
-// What the child function (support/child_process.h) logs, up to a minute long and in one file: its lines, with "HEADER" in place
-// of line headers; "" when there is no log at all.
+// What the child function (support/child_process.h) logs, up to five minutes long and in one file: its lines, with "HEADER" in
+// place of line headers; "" when there is no log at all.
 std::string LoggedBy(const TCHAR* child);
 
 }  // namespace test
