@@ -5,7 +5,7 @@
 
 #include <cstdarg>
 
-#include "modules.h"
+#include "late_library.h"
 
 static_assert(TIFFLIB_VERSION >= 20221213, "libtiff 4.5 is the first with the name below and with options for opening");
 
@@ -22,29 +22,19 @@ struct Library {
     decltype(&::TIFFClientOpenExt) open;
     decltype(&::TIFFVGetField) get_field;
     decltype(&::TIFFClose) close;
-    bool complete = true;
+    bool complete = false;
 };
-
-template <class Function>
-void Find(Library& library, HMODULE module, const char* name, Function& function) {
-    function = reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(module, name)));
-    library.complete = library.complete && function != nullptr;
-}
 
 Library Load() {
     Library library = {};
-    const HMODULE module = LoadLibraryW(kLibrary);  // kept until the process ends
-    library.complete = module != nullptr;
-    if (library.complete) {
-        Find(library, module, "TIFFOpenOptionsAlloc", library.alloc_options);
-        Find(library, module, "TIFFOpenOptionsFree", library.free_options);
-        Find(library, module, "TIFFOpenOptionsSetMaxSingleMemAlloc", library.set_most_memory);
-        Find(library, module, "TIFFOpenOptionsSetErrorHandlerExtR", library.set_error_handler);
-        Find(library, module, "TIFFOpenOptionsSetWarningHandlerExtR", library.set_warning_handler);
-        Find(library, module, "TIFFClientOpenExt", library.open);
-        Find(library, module, "TIFFVGetField", library.get_field);
-        Find(library, module, "TIFFClose", library.close);
-    }
+    const kawin::LateLibrary tiff(kLibrary);
+    library.complete = tiff.Find("TIFFOpenOptionsAlloc", library.alloc_options) &&
+                       tiff.Find("TIFFOpenOptionsFree", library.free_options) &&
+                       tiff.Find("TIFFOpenOptionsSetMaxSingleMemAlloc", library.set_most_memory) &&
+                       tiff.Find("TIFFOpenOptionsSetErrorHandlerExtR", library.set_error_handler) &&
+                       tiff.Find("TIFFOpenOptionsSetWarningHandlerExtR", library.set_warning_handler) &&
+                       tiff.Find("TIFFClientOpenExt", library.open) && tiff.Find("TIFFVGetField", library.get_field) &&
+                       tiff.Find("TIFFClose", library.close);
     return library;
 }
 
