@@ -10,6 +10,7 @@
 #include "activation.h"
 #include "metrics.h"
 #include "painting.h"
+#include "system_parameters.h"
 #include "tree_walk.h"
 #include "update_regions.h"
 #include "z_order.h"
@@ -297,7 +298,9 @@ RECT ScreenRect() noexcept {
 }
 
 RECT WorkArea() noexcept {
-    return ScreenRect();
+    RECT area = ScreenRect();  // stays when memory runs out
+    SystemParametersInfoW(SPI_GETWORKAREA, 0, &area, 0);
+    return area;
 }
 
 }  // namespace kawin
